@@ -1,0 +1,91 @@
+#include "platform/core/LocaleServices.h"
+
+#include <unicode/ures.h>
+
+#include <algorithm>
+#include <cstring>
+#include <string_view>
+
+#include "platform/core/IcuText.h"
+
+namespace {
+
+constexpr std::size_t longestName = 156;
+
+/// Whether ICU can be asked about the name. Others would be taken for paths of resource files.
+bool isLocaleName(std::string_view name) {
+  return name.size() <= longestName && std::all_of(name.begin(), name.end(), [](char ch) {
+           return (ch >= 'a' && ch <= 'z') || (ch >= 'A' && ch <= 'Z') ||
+                  (ch >= '0' && ch <= '9') || std::strchr("_-@=;.", ch) != nullptr;
+         });
+}
+
+/// An unknown language would be shown in that of the process.
+bool hasDisplayNames(const icu::Locale& locale) {
+  UErrorCode status = U_ZERO_ERROR;
+  ures_close(ures_open(nullptr, locale.getName(), &status));
+  return U_SUCCESS(status) && status != U_USING_DEFAULT_WARNING;
+}
+
+bool hasOwnI(const icu::Locale& locale) {
+  return std::strcmp(locale.getLanguage(), "tr") == 0 ||
+         std::strcmp(locale.getLanguage(), "az") == 0;
+}
+
+template <class Service>
+std::unique_ptr<const Service> makeService(Service* (*create)(const icu::Locale&, UErrorCode&),
+                                           const icu::Locale& locale) {
+  UErrorCode status = U_ZERO_ERROR;
+  std::unique_ptr<const Service> service(create(locale, status));
+  if (U_FAILURE(status)) service.reset();
+  return service;
+}
+
+}  // namespace
+
+LocaleServices::LocaleServices() : m_known(false), m_locale(icu::Locale::getRoot()) {}
+
+LocaleServices::LocaleServices(const char* name)
+    : m_name(name),
+      m_known(isLocaleName(m_name)),
+      m_locale(m_known ? icu::Locale(name) : icu::Locale::getRoot()) {
+  if (m_locale.isBogus()) {
+    m_known = false;
+    m_locale = icu::Locale::getRoot();
+  }
+  m_commonI = !hasOwnI(m_locale);
+}
+
+const std::shared_ptr<const LocaleServices>& LocaleServices::ofDefault() {
+  static const auto& services =
+      *new const std::shared_ptr<const LocaleServices>(std::make_shared<LocaleServices>());
+  return services;
+}
+
+I18NString LocaleServices::nameIn(const LocaleServices& display) const {
+  if (!m_known) return I18NString(m_name);
+  icu::UnicodeString name;
+  return fromIcu(m_locale.getDisplayName(display.displayLocale(), name));
+}
+
+const icu::Locale& LocaleServices::displayLocale() const {
+  std::call_once(m_displayLocaleOnce, [this] {
+    const bool shown = m_known && hasDisplayNames(m_locale);
+    m_displayLocale = shown ? m_locale : icu::Locale::getEnglish();
+  });
+  return m_displayLocale;
+}
+
+const icu::TimeZoneNames* LocaleServices::timeZoneNames() const {
+  std::call_once(m_timeZoneNamesOnce, [this] {
+    m_timeZoneNames = makeService(icu::TimeZoneNames::createInstance, displayLocale());
+  });
+  return m_timeZoneNames.get();
+}
+
+const icu::TimeZoneFormat* LocaleServices::timeZoneFormat() const {
+  std::call_once(m_timeZoneFormatOnce, [this] {
+    m_timeZoneFormat = makeService(icu::TimeZoneFormat::createInstance, displayLocale());
+  });
+  return m_timeZoneFormat.get();
+}
