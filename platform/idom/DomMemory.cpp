@@ -1,0 +1,24 @@
+#include "platform/idom/DomMemory.h"
+
+#include <malloc.h>
+
+#include <cstdlib>
+#include <xercesc/util/OutOfMemoryException.hpp>
+
+DomMemory& DomMemory::instance() {
+  static DomMemory& memory = *new DomMemory;
+  return memory;
+}
+
+void* DomMemory::allocate(XMLSize_t size) {
+  void* memory = std::malloc(size == 0 ? 1 : size);
+  if (memory == nullptr) throw xercesc::OutOfMemoryException();
+  m_bytesInUse.fetch_add(::malloc_usable_size(memory), std::memory_order_relaxed);
+  return memory;
+}
+
+void DomMemory::deallocate(void* memory) {
+  if (memory == nullptr) return;
+  m_bytesInUse.fetch_sub(::malloc_usable_size(memory), std::memory_order_relaxed);
+  std::free(memory);
+}

@@ -1,0 +1,49 @@
+#include "platform/idom/XercesRuntime.h"
+
+#include <xercesc/dom/DOMElement.hpp>
+#include <xercesc/dom/DOMImplementationRegistry.hpp>
+#include <xercesc/dom/DOMMemoryManager.hpp>
+#include <xercesc/util/PlatformUtils.hpp>
+#include <xercesc/util/XMLUni.hpp>
+#include <xercesc/util/XercesVersion.hpp>
+
+#include "platform/idom/DomMemory.h"
+
+static_assert(_XERCES_VERSION >= 30200 && _XERCES_VERSION < 30300,
+              "the public headers name the namespace of Xerces-C 3.2");
+
+namespace {
+
+// Xerces-C counts its users without looking who they are. A user that ends it more often than it
+// started it would end it for all, so we count as many.
+constexpr int shares = 1000;
+
+constexpr std::size_t firstBlock = 1024;
+
+}  // namespace
+
+const XercesRuntime& XercesRuntime::instance() {
+  static const XercesRuntime& runtime = *new XercesRuntime;
+  return runtime;
+}
+
+XercesRuntime::XercesRuntime() {
+  for (int i = 0; i < shares; ++i) xercesc::XMLPlatformUtils::Initialize();
+  // Two tables in there are filled at first use and without a lock: the list of implementations,
+  // and which node may be whose child.
+  m_implementation = xercesc::DOMImplementationRegistry::getDOMImplementation(u"");
+  xercesc::DOMDocument* document = createDocument();
+  document->appendChild(document->createElement(u"x"));
+  document->release();
+}
+
+xercesc::DOMDocument* XercesRuntime::createDocument() const {
+  xercesc::DOMDocument* document = m_implementation->createDocument(&DomMemory::instance());
+  startSmall(*document);
+  return document;
+}
+
+void XercesRuntime::startSmall(xercesc::DOMDocument& document) {
+  void* memory = document.getFeature(xercesc::XMLUni::fgXercescInterfaceDOMMemoryManager, nullptr);
+  static_cast<xercesc::DOMMemoryManager*>(memory)->setMemoryAllocationBlockSize(firstBlock);
+}
