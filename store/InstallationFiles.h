@@ -1,0 +1,16 @@
+#pragma once
+
+/// The files of an installation, relative to its "bin" directory.
+namespace InstallationFiles {
+
+inline constexpr char startupDocument[] = "../configuration/zanstartup.xml";
+inline constexpr char localeDocument[] = "../configuration/zanlocale.xml";
+inline constexpr char componentList[] = "../cmplst.txt";
+
+/// As `VRDFmDir::exists` takes it.
+inline constexpr unsigned short regularFile = 0x8000;
+/// What each of them has to be, as `VRDFmDir::exists` takes it: a regular file that its owner may
+/// read.
+inline constexpr unsigned short readableFile = 0x8100;
+
+}  // namespace InstallationFiles

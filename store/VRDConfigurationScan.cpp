@@ -1,0 +1,158 @@
+// Unit VRDConfiguration: query results. In a query result the name of a parameter is the name of
+// its element; here it becomes a parameter of the effective tree.
+
+#include "foundation/ConfigurationVocabulary.h"
+#include "foundation/VRDIDOMUtils.h"
+#include "platform/core/VRDRaise.h"
+#include "platform/idom/VRDIDOM_DOMImplementation.h"
+#include "platform/idom/VRDIDOM_Exception.h"
+#include "platform/idom/VRDIDOM_Helper.h"
+#include "platform/idom/VRDIDOM_NodeList.h"
+#include "platform/idom/VRDIDOM_Parser.h"
+#include "store/ParameterIndex.h"
+#include "store/VRDConfiguration.h"
+
+#define VRD_SOURCE_UNIT "VRDConfiguration"
+
+namespace {
+
+struct Words {
+  const I18NString queryResult = "queryResult";
+  const I18NString value = "value";
+  const I18NString opaque = "opaque";
+  const I18NString name = "name";
+  const I18NString type = "type";
+  const I18NString xsiType = "xsi:type";
+  const I18NString instanceUri = XmlSchemaInstanceNamespaceUri;
+};
+
+const Words& words() {
+  static const Words& immortal = *new Words;
+  return immortal;
+}
+
+void copyChildElements(VRDIDOM_Element& source, VRDIDOM_Element& value) {
+  for (VRDIDOM_Node child = source.getFirstChild(); !child.isNull();
+       child = child.getNextSibling()) {
+    if (child.getNodeType() == VRDIDOMUtils::elementNode) VRDIDOM_Helper::appendChild(value, child);
+  }
+}
+
+/// Fills @p value, the value of a new parameter, from the value of a query result. Where nothing
+/// says whether the value is opaque, one with elements in it arrives whole, its own tag included.
+void fillValue(const I18NString& opaque, VRDIDOM_Element& source, VRDIDOM_Element& value) {
+  if (saysTrue(opaque)) {
+    copyChildElements(source, value);
+  } else if (saysFalse(opaque) || VRDIDOMUtils::isTextOnly(source)) {
+    VRDIDOMUtils::setText(value, VRDIDOMUtils::getText(source));
+  } else {
+    VRDIDOM_Helper::appendChild(value, source);
+  }
+}
+
+/// What `setValue` made stands in no tree, so nothing can take its place there. Asked before the
+/// tree is given anything, since a query that comes again and again would make it grow.
+void requireInTree(VRDIDOM_Element& element) {
+  constexpr short notFound = 8;
+  if (element.getParentNode().isNull()) {
+    throw VRDIDOM_Exception(notFound, "a value that was set is not replaced by a query result");
+  }
+}
+
+}  // namespace
+
+void VRDConfiguration::scan(VRDIDOM_Element& element) {
+  VRDIDOM_Element root = m_configDoc.getDocumentElement();
+  if (element.getLocalName() == words().queryResult) {
+    _scanParametersHelper(element, root);
+    return;
+  }
+  VRDIDOM_NodeList results = element.getElementsByTagName(words().queryResult);
+  const unsigned long count = results.getLength();
+  for (unsigned long index = 0; index < count; ++index) {
+    VRDIDOM_Node result = results.item(index);
+    _scanParametersHelper(result, root);
+  }
+}
+
+void VRDConfiguration::_scanParametersHelper(VRDIDOM_Node& queryResult, VRDIDOM_Element& root) {
+  for (VRDIDOM_Node group = queryResult.getFirstChild(); !group.isNull();
+       group = group.getNextSibling()) {
+    if (group.getNodeType() != VRDIDOMUtils::elementNode) continue;
+    for (VRDIDOM_Node child = group.getFirstChild(); !child.isNull();
+         child = child.getNextSibling()) {
+      if (child.getNodeType() != VRDIDOMUtils::elementNode) continue;
+      VRDIDOM_Element parameter = child;
+      scanParameter(parameter, root);
+    }
+  }
+}
+
+void VRDConfiguration::scanParameter(VRDIDOM_Element& source, VRDIDOM_Element& root) {
+  static const char s_AdvSettings[] = "advancedSettings";
+  VRDIDOM_Element sourceValue = VRDIDOMUtils::selectSingleNode(source, words().value);
+  if (sourceValue.isNull()) return;
+  const I18NString name = source.getNodeName();
+  VRDIDOM_Element scanned = makeScanned(name, source, sourceValue);
+
+  if (ParameterIndex::Parameter* existing = m_index->find(name)) {
+    if (existing->element->isEqualNode(scanned)) return;
+    requireInTree(*existing->element);
+    VRDIDOM_Element replacement = m_configDoc.importNode(scanned, 1);
+    VRDIDOM_Node replaced = root.replaceChild(replacement, *existing->element);
+    existing->become(replacement, valueOf(replacement));
+    m_configDoc.recycle(replaced);
+    return;
+  }
+  const VRDIDOM_Element addition = m_configDoc.importNode(scanned, 1);
+  root.appendChild(addition);
+  insert(name, addition);
+  // Only where they are new: settings that were applied once are not applied again.
+  if (name == s_AdvSettings) _scanAdvancedSettingsHelper(sourceValue);
+}
+
+/// A parameter of a document of its own, with the name and the value of a query result.
+VRDIDOM_Element VRDConfiguration::makeScanned(const I18NString& name, VRDIDOM_Element& source,
+                                              VRDIDOM_Element& sourceValue) {
+  VRDIDOM_Document scratch = VRDIDOM_DOMImplementation::getInstance().createDocument();
+  VRDIDOM_Element parameter = makeParameter(scratch, name);
+  VRDIDOM_Element value = parameter.getFirstChild();
+  if (sourceValue.hasAttributeNS(words().instanceUri, words().type)) {
+    value.setAttributeNS(words().instanceUri, words().xsiType,
+                         sourceValue.getAttributeNS(words().instanceUri, words().type));
+  }
+  const I18NString opaque = source.getAttribute(words().opaque);
+  if (saysTrue(opaque)) {
+    declareConfigurationPrefixes(value);
+    parameter.setAttribute(words().opaque, "true");
+  }
+  fillValue(opaque, sourceValue, value);
+  return parameter;
+}
+
+void VRDConfiguration::_scanAdvancedSettingsHelper(VRDIDOM_Element& value) {
+  const I18NString text = VRDIDOMUtils::getText(value);
+  if (text.empty()) return;
+
+  VRDIDOM_Parser parser(0);
+  VRDIDOM_Document settings;
+  int size = 0;
+  const std::unique_ptr<char[]> bytes(
+      text.toBytes("utf-8", &size, VRDI18NStringAllocator, nullptr));
+  const int status = parser.parse(bytes.get(), size - 1, settings);
+  const int err = parser.getErrorCode();
+  VRD_ASSERT(status && !err);
+
+  VRDIDOM_Element root = settings.getDocumentElement();
+  if (root.isNull()) return;
+  constexpr unsigned long showElements = 1;
+  VRDIDOM_TreeWalker walker = settings.createTreeWalker(root, showElements, nullptr, 0);
+  for (VRDIDOM_Node node = walker.firstChild(); !node.isNull(); node = walker.nextSibling()) {
+    VRDIDOM_Element setting = node;
+    I18NString settingName;
+    I18NString settingValue;
+    setting.getAttribute(words().name, settingName);
+    VRDIDOM_Helper::getElementText(setting, settingValue);
+    setValue(settingName, settingValue);
+  }
+}
