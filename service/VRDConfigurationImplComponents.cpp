@@ -1,0 +1,38 @@
+// Unit VRDConfigurationImpl: the versions of the installed components.
+
+#include <fstream>
+
+#include "platform/core/I18NLibrary.h"
+#include "platform/core/VRDFmDir.h"
+#include "platform/core/VRDRaise.h"
+#include "service/ComponentList.h"
+#include "service/StoreState.h"
+#include "service/VRDConfigurationImpl.h"
+#include "store/InstallationFiles.h"
+#include "store/VRDConfiguration.h"
+
+#define VRD_SOURCE_UNIT "VRDConfigurationImpl"
+
+I18NString VRDConfigurationImpl::getComponentVersion(const I18NString& component) {
+  initializeComponentMap();
+  const char* encoding = I18NGetPlatformDefaultEncoding();
+  const std::string name = component.c_str(encoding);
+  return m_componentMap.read([&](const ComponentVersions& versions) {
+    const auto version = versions.find(name);
+    return version ? I18NString(std::string(*version).c_str(), encoding) : I18NString();
+  });
+}
+
+void VRDConfigurationImpl::initializeComponentMap() {
+  m_componentMap.makeOnce(m_componentMutex, VRD_LOCATION, [](ComponentVersions& versions) {
+    I18NString path = InstallationFiles::componentList;
+    VRDConfiguration::determineBinDir();
+    VRDFmDir::resolveEffectivePath(path);
+    const char* file = path.c_str(I18NGetPlatformDefaultEncoding());
+    if (!VRDFmDir::exists(file, InstallationFiles::readableFile)) {
+      raiseUnlessDone(VRDCFGAPI_ComponentListMissing);
+    }
+    std::ifstream list(file, std::ios::in | std::ios::binary);
+    readComponentList(list, versions);
+  });
+}

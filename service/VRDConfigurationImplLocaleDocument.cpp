@@ -1,0 +1,119 @@
+// Unit VRDConfigurationImpl: the locale document, and what fills a table.
+
+#include <fstream>
+
+#include "foundation/VRDIDOMUtils.h"
+#include "platform/core/I18NLibrary.h"
+#include "platform/core/VRDFmDir.h"
+#include "platform/core/VRDRaise.h"
+#include "platform/idom/VRDIDOM_DOMImplementation.h"
+#include "platform/idom/VRDIDOM_NodeList.h"
+#include "platform/idom/VRDIDOM_Parser.h"
+#include "service/StoreState.h"
+#include "service/VRDConfigurationImpl.h"
+#include "store/InstallationFiles.h"
+#include "store/VRDConfiguration.h"
+
+#define VRD_SOURCE_UNIT "VRDConfigurationImpl"
+
+namespace {
+
+/// One for all service objects: guards the first load of the locale document of each.
+VRDThreadCriticalSection g_localeDocMutex(0);
+
+}  // namespace
+
+VRDCFGAPI_ErrorState VRDConfigurationImpl::getLocaleDoc(VRDIDOM_Document& document) {
+  if (document.isNull()) return VRDCFGAPI_NullDocument;
+  I18NString path = InstallationFiles::localeDocument;
+  VRDConfiguration::determineBinDir();
+  VRDFmDir::resolveEffectivePath(path);
+  const char* file = path.c_str(I18NGetPlatformDefaultEncoding());
+  if (!VRDFmDir::exists(file, InstallationFiles::readableFile)) {
+    return VRDCFGAPI_LocaleFileMissing;
+  }
+  VRDIDOM_Parser parser(0);
+  std::ifstream stream(file, std::ios::in | std::ios::binary);
+  return parser.parse(stream, document) != 0 ? VRDCFGAPI_NoError : VRDCFGAPI_LocaleFileParseFailed;
+}
+
+/// The object's own document, read at the first call. A handle of the caller's own: threads that
+/// walk the document at the same time share no handle.
+VRDIDOM_Document VRDConfigurationImpl::localeDocument() {
+  m_localeDoc.makeOnce(g_localeDocMutex, VRD_LOCATION, [](VRDIDOM_Document& document) {
+    document = VRDIDOM_DOMImplementation::getInstance().createDocument();
+    raiseUnlessDone(getLocaleDoc(document));
+  });
+  return m_localeDoc.copy();
+}
+
+/// Gives each entry element of a section to @p visit, in document order. A document without a root,
+/// one with another root and a missing section have no entries.
+template <class Visit>
+void VRDConfigurationImpl::visitEntries(const I18NString& section, const I18NString& entry,
+                                        Visit visit) {
+  VRDIDOM_Element root = localeDocument().getDocumentElement();
+  if (root.isNull() || root.getLocalName() != "localeConfiguration") return;
+  VRDIDOM_Element parent = VRDIDOMUtils::selectSingleNode(root, section);
+  for (VRDIDOM_Node child = parent.getFirstChild(); !child.isNull();
+       child = child.getNextSibling()) {
+    if (child.getNodeType() != VRDIDOMUtils::elementNode || child.getLocalName() != entry) continue;
+    VRDIDOM_Element element = child;
+    visit(element);
+  }
+}
+
+void VRDConfigurationImpl::loadList(TextList* list, const I18NString& section,
+                                    const I18NString& entry) {
+  const I18NString id = "id";
+  visitEntries(section, entry,
+               [&](VRDIDOM_Element& element) { list->push_back(element.getAttribute(id)); });
+}
+
+void VRDConfigurationImpl::loadMap(TextMap* map, const I18NString& section,
+                                   const I18NString& entry) {
+  const I18NString key = "key";
+  const I18NString value = "value";
+  visitEntries(section, entry, [&](VRDIDOM_Element& element) {
+    map->emplace(element.getAttribute(key), element.getAttribute(value));
+  });
+}
+
+void VRDConfigurationImpl::loadListFromParam(TextList* list, VRDIDOM_Element& value) {
+  VRDIDOM_NodeList items = value.getElementsByTagName("item");
+  const unsigned long count = items.getLength();
+  for (unsigned long index = 0; index < count; ++index) {
+    VRDIDOM_Element item = items.item(index);
+    list->push_back(VRDIDOMUtils::getText(item));
+  }
+}
+
+void VRDConfigurationImpl::loadMapFromParam(TextMap* map, VRDIDOM_Element& value) {
+  VRDIDOM_NodeList items = value.getElementsByTagName("item");
+  const unsigned long count = items.getLength();
+  for (unsigned long index = 0; index < count; ++index) {
+    VRDIDOM_Node item = items.item(index);
+    VRDIDOM_Element key = VRDIDOMUtils::selectSingleNode(item, "key");
+    VRDIDOM_Element text = VRDIDOMUtils::selectSingleNode(item, "value");
+    if (key.isNull() || text.isNull()) continue;
+    map->emplace(VRDIDOMUtils::getText(key), VRDIDOMUtils::getText(text));
+  }
+}
+
+// The kind of the table decides how it is filled.
+
+void VRDConfigurationImpl::load(TextList& list, const LocaleTableSource& source) {
+  loadList(&list, source.section, source.entry);
+}
+
+void VRDConfigurationImpl::load(TextMap& map, const LocaleTableSource& source) {
+  loadMap(&map, source.section, source.entry);
+}
+
+void VRDConfigurationImpl::loadFromParam(TextList& list, VRDIDOM_Element& value) {
+  loadListFromParam(&list, value);
+}
+
+void VRDConfigurationImpl::loadFromParam(TextMap& map, VRDIDOM_Element& value) {
+  loadMapFromParam(&map, value);
+}
