@@ -1,0 +1,164 @@
+#include <array>
+#include <map>
+#include <set>
+
+#include "service/IVRDConfiguration.h"
+#include "service/VRDConfigurationFactory.h"
+#include "tools/NearNames.h"
+#include "tools/Text.h"
+#include "tools/check/Checks.h"
+
+namespace {
+
+enum class Content { LocaleCodes, LocalePatterns, Names };
+
+struct Section {
+  const char* name;
+  const char* entry;
+  bool isMap;
+  Content content;
+};
+
+constexpr std::array<Section, 7> sections = {{
+    {"supportedProductLocales", "locale", false, Content::LocaleCodes},
+    {"productLocaleMap", "localeMap", true, Content::LocalePatterns},
+    {"supportedContentLocales", "locale", false, Content::LocaleCodes},
+    {"contentLocaleMap", "localeMap", true, Content::LocalePatterns},
+    {"supportedCurrencies", "currency", false, Content::Names},
+    {"supportedFonts", "font", false, Content::Names},
+    {"fontsMap", "fontMap", true, Content::Names},
+}};
+
+const Section* sectionCalled(std::string_view name) {
+  for (const Section& section : sections) {
+    if (name == section.name) return &section;
+  }
+  return nullptr;
+}
+
+std::vector<std::string> sectionNames() {
+  std::vector<std::string> names;
+  for (const Section& section : sections) names.emplace_back(section.name);
+  return names;
+}
+
+bool isLetter(char character) { return character >= 'a' && character <= 'z'; }
+
+/// "xx" or "xx-yy"; no other code is ever found in a list of locales.
+bool isLocaleCode(const std::string& code) {
+  const bool language = code.size() >= 2 && isLetter(code[0]) && isLetter(code[1]);
+  return language && (code.size() == 2 || (code.size() == 5 && code[2] == '-' &&
+                                           isLetter(code[3]) && isLetter(code[4])));
+}
+
+/// Asked of the service, which brings every locale to this form before it looks for a key.
+bool isCanonical(const std::string& key) {
+  return bytesOf(VRDConfigurationFactory::getInstance()->normalizeLocale(textOf(key))) == key;
+}
+
+void checkForm(const Section& section, const LocatedElement& entry, const std::string& code,
+               FindingList& findings) {
+  if (section.content == Content::LocaleCodes && !isLocaleCode(code)) {
+    findings.add("odd-locale", entry,
+                 inQuotes(code) + " is no locale code, so it never counts as supported",
+                 "write two small letters, or two, \"-\" and two, as in \"fr-ca\"");
+  } else if (section.content == Content::LocalePatterns && !isCanonical(code)) {
+    findings.add("odd-locale", entry,
+                 "no normalised locale is ever equal to the key " + inQuotes(code),
+                 "write it in small letters with \"-\", at most five characters");
+  }
+}
+
+/// Reports an attribute that is missing or empty. @return its value
+std::string checkAttribute(const LocatedElement& entry, const char* name, FindingList& findings) {
+  const std::string* value = entry.attribute(name);
+  if (value == nullptr || value->empty()) {
+    findings.add("no-attribute", entry,
+                 "element " + inQuotes(entry.qualifiedName) + " has no \"" + name +
+                     "\", which reads as an empty text",
+                 std::string("give it an attribute \"") + name + '"');
+  }
+  return value == nullptr ? "" : *value;
+}
+
+using Seen = std::map<std::string, unsigned long>;  // with the line
+
+void checkRepetition(const Section& section, const LocatedElement& entry, const std::string& code,
+                     Seen& seen, FindingList& findings) {
+  const auto [first, isNew] = seen.insert({code, entry.line});
+  if (isNew) return;
+  const std::string before = inQuotes(code) + " stands in line " + std::to_string(first->second);
+  findings.add("duplicate-entry", entry,
+               before + (section.isMap ? " already, and the first one counts"
+                                       : " already; the list holds it twice"),
+               "remove one of them");
+}
+
+void checkEntry(const Section& section, const LocatedElement& entry, Seen& seen,
+                FindingList& findings) {
+  const std::string code = checkAttribute(entry, section.isMap ? "key" : "id", findings);
+  if (section.isMap) checkAttribute(entry, "value", findings);
+  if (code.empty()) return;
+  checkForm(section, entry, code, findings);
+  checkRepetition(section, entry, code, seen, findings);
+}
+
+void checkSection(const Section& section, const LocatedElement& element, FindingList& findings) {
+  Seen seen;
+  for (const LocatedElement& entry : element.children) {
+    if (entry.localName == section.entry) {
+      checkEntry(section, entry, seen, findings);
+    } else {
+      findings.add(
+          "ignored-element", entry,
+          "element " + inQuotes(entry.qualifiedName) + " is ignored in " + inQuotes(section.name),
+          std::string("write it \"") + section.entry + "\", or remove it");
+    }
+  }
+}
+
+void reportUnknown(const LocatedElement& element, FindingList& findings) {
+  if (sectionCalled(element.localName) != nullptr) {
+    findings.add("prefixed-section", element,
+                 "section " + inQuotes(element.qualifiedName) + " has a prefix, so it is not found",
+                 "write it " + inQuotes(element.localName) + ", without a prefix");
+  } else {
+    findings.add("unknown-section", element,
+                 "section " + inQuotes(element.qualifiedName) + " is not known, so it is ignored." +
+                     didYouMean(element.localName, sectionNames()),
+                 "correct its name, or remove it");
+  }
+}
+
+// A missing section is no finding: each is optional, and an empty table may be meant.
+void checkSections(const LocatedElement& root, FindingList& findings) {
+  Seen seen;
+  for (const LocatedElement& element : root.children) {
+    const Section* section = sectionCalled(element.qualifiedName);
+    if (section == nullptr) {
+      reportUnknown(element, findings);
+      continue;
+    }
+    const auto [first, isNew] = seen.insert({section->name, element.line});
+    if (isNew) {
+      checkSection(*section, element, findings);
+    } else {
+      findings.add("duplicate-section", element,
+                   "section " + inQuotes(section->name) + " stands in line " +
+                       std::to_string(first->second) + " already, and only that one is read",
+                   "put the entries of both into one");
+    }
+  }
+}
+
+}  // namespace
+
+void checkLocaleDocument(const InstallationFile& file, FindingList& findings) {
+  const std::optional<LocatedDocument> document = parseForCheck(file, findings);
+  if (!document) return;
+  const LocatedElement& root = document->root();
+  if (root.localName == "localeConfiguration") return checkSections(root, findings);
+  findings.add("wrong-root", root,
+               "the root is " + inQuotes(root.qualifiedName) + ", so every table stays empty",
+               "make it \"localeConfiguration\"");
+}
