@@ -1,0 +1,69 @@
+#include <gtest/gtest.h>
+
+#include <sstream>
+#include <stdexcept>
+#include <string>
+
+#include "platform/core/IBJInputStream.h"
+
+namespace {
+
+constexpr std::ios::iostate everyState = std::ios::badbit | std::ios::failbit | std::ios::eofbit;
+
+/// Breaks where more is asked for than its text.
+struct BreakingBuffer : std::streambuf {
+  explicit BreakingBuffer(std::string& text) { setg(&text[0], &text[0], &text[0] + text.size()); }
+  int_type underflow() override { throw std::runtime_error("the disk is gone"); }
+};
+
+/// Reads @p count bytes a time until the end or a failure, and once more.
+std::string readAll(std::istream& source, int count, int expectedLast) {
+  IBJBufferedInputStream stream(source);
+  std::string bytes, buffer(static_cast<std::size_t>(count), '?');
+  int got = 0;
+  while ((got = stream.read(buffer.data(), count)) > 0)
+    bytes += buffer.substr(0, static_cast<std::size_t>(got));
+  EXPECT_EQ(got, expectedLast);
+  EXPECT_EQ(stream.read(buffer.data(), count), expectedLast) << "the end stays the end";
+  return bytes;
+}
+
+TEST(BufferedInputStream, ReadsUpToTheEndOrTheFailureWhateverTheSourceThrows) {
+  std::string text("one\0two\r\n\xFF three", 16);
+  for (const auto mask : {std::ios::goodbit, everyState}) {
+    for (const int count : {1, 3, 15, 16, 17, 4096}) {
+      std::istringstream source(text);
+      source.exceptions(mask);
+      EXPECT_EQ(readAll(source, count, 0), text) << count;
+    }
+    BreakingBuffer buffer(text);
+    std::istream broken(&buffer);
+    broken.exceptions(mask);
+    EXPECT_EQ(readAll(broken, 5, -1), text.substr(0, 15));
+  }
+}
+
+TEST(BufferedInputStream, FailsOnASourceThatHasFailed) {
+  const std::pair<std::ios::iostate, int> rows[] = {{std::ios::failbit, -1},
+                                                    {std::ios::badbit, -1},
+                                                    {std::ios::badbit | std::ios::eofbit, -1},
+                                                    {std::ios::eofbit, 0},
+                                                    {std::ios::eofbit | std::ios::failbit, 0}};
+  for (const auto& [state, result] : rows) {
+    std::istringstream source("text");
+    source.setstate(state);
+    EXPECT_EQ(readAll(source, 8, result), "") << state;
+  }
+}
+
+TEST(BufferedInputStream, RefusesWhatItCannotReadInto) {
+  std::istringstream source("text");
+  IBJBufferedInputStream stream(source);
+  char buffer[8];
+  EXPECT_EQ(stream.read(nullptr, 4), -1);
+  EXPECT_EQ(stream.read(buffer, -1), -1);
+  EXPECT_EQ(stream.read(buffer, 0), 0);
+  EXPECT_EQ(stream.read(buffer, 8), 4) << "nothing was lost on the way";
+}
+
+}  // namespace

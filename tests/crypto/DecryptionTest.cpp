@@ -1,0 +1,117 @@
+#include <gtest/gtest.h>
+
+#include <algorithm>
+
+#include "crypto/CryptoSession.h"
+#include "crypto/ValueDecryption.h"
+#include "platform/idom/VRDIDOM_Document.h"
+#include "platform/idom/VRDIDOM_Helper.h"
+#include "platform/idom/VRDIDOM_Parser.h"
+#include "tests/crypto/StandInLibraries.h"
+
+namespace {
+
+/// An open session with the stand-in. Each test is a process of its own.
+class DecryptionTest : public testing::Test {
+ protected:
+  void SetUp() override { ASSERT_NE(openCryptoSession(handle), nullptr); }
+
+  std::string decrypted(const char* stored) const {
+    return std::string(decryptString(stored, handle).utf8());
+  }
+
+  StandInInstallation standIn;
+  void* handle = nullptr;
+};
+
+TEST_F(DecryptionTest, WhatTheProviderRefusesIsReadAsItWasEncoded) {
+  standIn->faults = {{"HLD_UnprotectData ", StandIn::fails}};
+  struct Row {
+    const char* stored;
+    const char* text;
+    bool asksProvider;
+  };
+  const Row rows[] = {
+      {"", "", false},
+      {"c2VjcmV0", "secret", true},
+      {"c2Vj\ncmV0\r\n", "secret", true},
+      {"Z3LDvG4=", "gr\xC3\xBCn", true},
+      {"Z/xu", "g\xFCn", true},    // not UTF-8: the bytes are kept
+      {"YQBi", "a", true},         // "a", NUL, "b"
+      {"AGFi", "", true},          // starts with NUL
+      {"c2VjcmV0!", "", false},    // outside the alphabet
+      {"c2VjcmV", "", false},      // cut
+      {"gr\xC3\xBCn", "", false},  // more bytes than characters
+  };
+  for (const Row& row : rows) {
+    standIn->calls.clear();
+    EXPECT_EQ(decrypted(row.stored), row.text) << row.stored;
+    EXPECT_EQ(standIn->calls, row.asksProvider ? "HLD_UnprotectData " : "") << row.stored;
+  }
+}
+
+TEST_F(DecryptionTest, AClearTextEndsAtItsFirstNulAndIsKeptOtherwise) {
+  for (const std::string& text : {std::string(), std::string("\0x", 2), std::string("clear\0x", 7),
+                                  std::string("\xFF\xE4"), std::string("<a/>")}) {
+    standIn->clearText = text;
+    EXPECT_EQ(decrypted("QQ=="), text.c_str());
+  }
+}
+
+/// The root declares the prefix "xsi". Its own mark is not looked at, or nothing would change.
+std::string below(std::string elements) {
+  std::replace(elements.begin(), elements.end(), '\'', '"');
+  return "<r encrypted=\"no\" xmlns:xsi=\"http://www.w3.org/2001/XMLSchema-instance\">" + elements +
+         "</r>";
+}
+
+TEST_F(DecryptionTest, EachElementByItsMarks) {
+  constexpr const char* unchanged = nullptr;
+  struct Row {
+    const char* element;
+    const char* clearText;
+    const char* result;
+  };
+  const Row rows[] = {
+      // No mark: the walk goes on below. Another word: it stops there.
+      {"<a>QQ==</a>", "clear", unchanged},
+      {"<a><b><c encrypted='true'>QQ==</c>x</b></a>", "clear", "<a><b><c>clear</c>x</b></a>"},
+      {"<a encrypted='false'><b encrypted='true'>QQ==</b></a>", "clear", unchanged},
+      {"<a encrypted=' true'>QQ==</a>", "clear", unchanged},
+      // System passwords, recognised by the text of the type alone.
+      {"<a encrypted='true' xsi:type='cfg:systemPassword'>QQ==</a>", "clear", unchanged},
+      {"<a encrypted='true' xsi:type='c:systemPassword'>QQ==</a>", "x",
+       "<a xsi:type='c:systemPassword'>x</a>"},
+      {"<a encrypted='true' type='cfg:systemPassword'>QQ==</a>", "x",
+       "<a type='cfg:systemPassword'>x</a>"},
+      // Not only text, or nothing comes out.
+      {"<a encrypted='true'>QQ==<b encrypted='true'>QQ==</b></a>", "clear", unchanged},
+      {"<a encrypted='true'>QQ==</a>", "", unchanged},
+      {"<a encrypted='true'>?</a>", "clear", unchanged},
+      {"<a encrypted='true'/>", "clear", unchanged},
+      // A document.
+      {"<a encrypted='true'>QQ==</a>", "<b><c/>x</b>", "<a><b><c/>x</b></a>"},
+      {"<a encrypted='true'>QQ==</a>", "<?xml version=\"1.0\"?>\n<b>\xC3\xA4</b>\n",
+       "<a><b>\xC3\xA4</b></a>"},
+      {"<a encrypted='true'>QQ==</a>", "<b encrypted='true'>QQ==</b>",
+       "<a><b encrypted='true'>QQ==</b></a>"},
+      // Anything else.
+      {"<a encrypted='TrUe' k='v'>QQ==</a>", "1 < 2", "<a k='v'>1 &lt; 2</a>"},
+      {"<a encrypted='true'>QQ==</a>", "<b>", "<a>&lt;b&gt;</a>"},
+      {"<a encrypted='true'>QQ==</a>", "<b/>x", "<a>&lt;b/&gt;x</a>"},
+      {"<a encrypted='true'>QQ==</a><d encrypted='true'>QQ==</d>", "x", "<a>x</a><d>x</d>"},
+  };
+  for (const Row& row : rows) {
+    SCOPED_TRACE(std::string(row.element) + " with " + row.clearText);
+    standIn->clearText = row.clearText;
+    const std::string xml = below(row.element);
+    VRDIDOM_Document document;
+    VRDIDOM_Parser parser(0);
+    ASSERT_NE(parser.parse(xml.c_str(), static_cast<int>(xml.size()), document), 0);
+    I18NString text;
+    VRDIDOM_Helper::write(decryptXML(document.getDocumentElement(), handle), text);
+    EXPECT_EQ(text.utf8(), row.result != unchanged ? below(row.result) : xml);
+  }
+}
+
+}  // namespace

@@ -1,0 +1,127 @@
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+
+#include <thread>
+#include <vector>
+
+#include "provider/KeyFolder.h"
+#include "tests/support/TemporaryFolder.h"
+
+namespace {
+
+using testing::HasSubstr;
+
+const std::string digits = "206162636465666768696a6b6c6d6e6f707172737475767778797a7b7c7d7eff";
+const std::string line = "vrdkey 1 " + digits + "\n";
+const std::string bytes = " abcdefghijklmnopqrstuvwxyz{|}~\xFF";
+
+mode_t modeOf(const std::filesystem::path& path) {
+  struct stat status {};
+  EXPECT_EQ(::stat(path.c_str(), &status), 0) << path;
+  return status.st_mode & 07777;
+}
+
+class KeyFolderTest : public testing::Test {
+ protected:
+  KeyNumber add(char filledWith) const {
+    SecretKey key;
+    std::fill(key.data(), key.data() + SecretKey::size, static_cast<unsigned char>(filledWith));
+    return keys.add(key);
+  }
+
+  /// The bytes of a key, or why it cannot be read.
+  std::string read(KeyNumber number) const {
+    SecretKey key;
+    try {
+      keys.read(number, key);
+      return std::string(key.data(), key.data() + SecretKey::size);
+    } catch (const KeyError& error) {
+      return error.what();
+    }
+  }
+
+  std::string readFile(const std::string& content, mode_t mode = 0600) const {
+    ::chmod(folder.write("keys/0000000001.key", content).c_str(), mode);
+    return read(1);
+  }
+
+  TemporaryFolder folder;
+  const KeyFolder keys{(folder / "keys").string()};
+};
+
+TEST_F(KeyFolderTest, KeysAreCountedUpPrivateAndComeBackAsTheyWere) {
+  EXPECT_EQ(keys.newest(), 0u);
+  const mode_t before = ::umask(0);  // the mode does not depend on it
+  for (KeyNumber i = 1; i <= 3; ++i) {
+    EXPECT_EQ(add("abc"[i - 1]), i);
+    EXPECT_EQ(keys.newest(), i);
+    EXPECT_EQ(modeOf(keys.fileOf(i)), 0600u);
+    EXPECT_EQ(std::filesystem::hard_link_count(keys.fileOf(i)), 1u);
+  }
+  ::umask(before);
+  EXPECT_EQ(modeOf(folder / "keys"), 0700u);
+  EXPECT_EQ(read(2), std::string(SecretKey::size, 'b'));
+  EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder / "keys"), {}), 3);
+}
+
+TEST_F(KeyFolderTest, TheNewestIsTheHighestNumberAmongWhatHasTheFormOfAKeyName) {
+  for (const char* name : {"0000000002.key", "0000000010.key", "11.key", "0000000012.key~",
+                           "00000000x3.key", "9999999999.key", "-000000014.key", "new-abcdef"}) {
+    folder.write(std::string("keys/") + name, "");
+  }
+  EXPECT_EQ(keys.newest(), 10u);
+  folder.write("keys/4294967295.key", "");
+  EXPECT_EQ(keys.newest(), 4294967295u);
+  EXPECT_THROW(add('x'), KeyError);  // the last number is not passed
+}
+
+TEST_F(KeyFolderTest, OnlyAnExactLineInAPrivateRegularFileIsAKey) {
+  const std::string start = line.substr(0, 72);
+  for (const std::string& content :
+       {start + "f", line + "\n", start + "f\r\n", "vrdkey 2 " + digits + "\n", start + "\n",
+        start + "g\n", start + "F\n", std::string()}) {
+    EXPECT_THAT(readFile(content), HasSubstr("0000000001.key: is not a key")) << content;
+    EXPECT_THAT(read(1), testing::Not(HasSubstr(digits.substr(2, 8))));
+  }
+  for (const mode_t mode : {0640u, 0604u, 0700u, 0400u, 04600u}) {
+    EXPECT_THAT(readFile(line, mode), HasSubstr("must have mode 0600")) << std::oct << mode;
+  }
+  EXPECT_EQ(readFile(line), bytes);
+
+  EXPECT_THAT(read(2), HasSubstr("No such file"));
+  ASSERT_EQ(::mkfifo(keys.fileOf(2).c_str(), 0600), 0);
+  std::filesystem::create_directory(keys.fileOf(3));
+  for (const KeyNumber number : {2u, 3u}) {
+    EXPECT_THAT(read(number), HasSubstr("is not a regular file"));
+  }
+}
+
+TEST_F(KeyFolderTest, WhatRootMakesBelongsToTheOwnerOfTheFolderAroundIt) {
+  if (::geteuid() != 0) GTEST_SKIP() << "takes root";
+  constexpr uid_t service = 12345;
+  ASSERT_EQ(::chown(folder.path().c_str(), service, service), 0);
+  for (const std::string& path : {keys.fileOf(add('x')), (folder / "keys").string()}) {
+    struct stat status {};
+    ASSERT_EQ(::stat(path.c_str(), &status), 0);
+    EXPECT_EQ(status.st_uid, service) << path;
+    EXPECT_EQ(status.st_mode & 077, 0u) << path;
+  }
+}
+
+TEST_F(KeyFolderTest, AFileInThePlaceOfTheFolderIsToldOf) {
+  folder.write("keys", "");
+  EXPECT_THROW(add('x'), KeyError);
+  EXPECT_THROW(keys.newest(), KeyError);
+}
+
+TEST_F(KeyFolderTest, KeysAddedAtOnceAreAllKept) {
+  std::vector<std::thread> threads;
+  for (const char with : std::string("abcdefgh")) threads.emplace_back([&, with] { add(with); });
+  for (std::thread& thread : threads) thread.join();
+  std::string found;
+  for (KeyNumber number = 1; number <= threads.size(); ++number) found += read(number)[0];
+  EXPECT_THAT(found, testing::UnorderedElementsAreArray("abcdefgh", 8));
+}
+
+}  // namespace

@@ -1,0 +1,59 @@
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "platform/core/VRDFmDir.h"
+#include "tests/support/Installation.h"
+#include "tests/support/StandInDefaults.h"
+#include "tests/support/Store.h"
+
+namespace {
+
+TEST(LifecycleTest, TempIsHandedOnOnce) {
+  struct Row {
+    std::string temp;      // the parameter "temp"
+    const char* expected;  // the temporary path after the first use, "before" being set before it
+  };
+  const Row rows[] = {
+      {parameter("temp", "/var/tmp"), "/var/tmp"},
+      {"", ""},
+      {parameter("temp", ""), ""},
+      {parameter("temp", "c2VjcmV0", "", "encrypted='true'"), "before"},
+  };
+  for (const Row& row : rows) {
+    SCOPED_TRACE(row.temp);
+    const CurrentInstallation installation(row.temp);
+    startOver();
+    VRDFmDir::setTempPath("before");
+    store();
+    EXPECT_STREQ(VRDFmDir::getTempPath().c_str(), row.expected);
+    VRDFmDir::setTempPath("since");
+    store().init();
+    store();
+    EXPECT_STREQ(VRDFmDir::getTempPath().c_str(), "since");
+  }
+}
+
+TEST(LifecycleTest, ASecondStoreDoesNotReadTheDocumentAgain) {
+  StandInDefaults::setRuntime({{"r", "runtime"}});
+  const CurrentInstallation installation(parameter("n", "document") + parameter("r", "document"));
+  EXPECT_EQ(textOf("n") + textOf("r"), "documentdocument");
+  delete VRDConfiguration::getInstance();
+  EXPECT_EQ(VRDConfiguration::g_singletonVRDConfiguration, nullptr);
+  EXPECT_EQ(textOf("n") + textOf("r"), "runtime");
+  EXPECT_EQ(VRDConfiguration::getInstance(), VRDConfiguration::g_singletonVRDConfiguration);
+}
+
+TEST(LifecycleTest, AStoreThatWasNotLoadedAnswersNothing) {
+  VRDConfiguration alone;
+  I18NString text;
+  VRDIDOM_Node node;
+  const int stored = 0;
+  EXPECT_EQ(alone.getValue("n", stored, text), VRDCFGAPI_NoError);
+  EXPECT_EQ(alone.getValue("", stored, text), VRDCFGAPI_NoError);
+  EXPECT_EQ(alone.getValue("", stored, node), VRDCFGAPI_NoError);
+  EXPECT_TRUE(text.empty() && node.isNull());
+  EXPECT_EQ(alone.setValue("n", "v"), VRDCFGAPI_InternalError) << "there is no document to hold it";
+}
+
+}  // namespace

@@ -1,0 +1,135 @@
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "foundation/VRDIDOMUtils.h"
+#include "platform/idom/VRDIDOM_Helper.h"
+#include "tests/support/Installation.h"
+#include "tests/support/Store.h"
+
+namespace {
+
+struct NodeRead {
+  VRDCFGAPI_ErrorState state;
+  std::string xml;  // "untouched" where the result was left alone
+};
+
+NodeRead readNode(const char* name, int decrypt = 0) {
+  VRDIDOM_Document document;
+  VRDIDOM_Node node;
+  const VRDCFGAPI_ErrorState state = store().getValue(name, decrypt, node);
+  if (node.isNull()) return {state, "untouched"};
+  I18NString text;
+  VRDIDOM_Helper::write(node, text);
+  return {state, text.c_str()};
+}
+
+const std::string parameters = parameter("plain", "v") + parameter("empty", "") +
+                               parameter("spaced", " a\n b ") +
+                               parameter("secret", "c2VjcmV0", "", "encrypted='TRUE'") +
+                               parameter("not secret", "x", "", "encrypted='no'") +
+                               parameter("empty secret", "", "", "encrypted='true'") +
+                               parameter("opaque", "<x>1</x>", "opaque='true'") +
+                               parameter("\xCE\xB1\xCE\xB2 \xF0\x9F\x98\x80", "\xE4\xB8\xAD");
+
+// There is no provider here: what must decrypt says so, and all else is answered.
+TEST(ValuesTest, WithoutACryptoProvider) {
+  const CurrentInstallation installation(parameters);
+  struct Row {
+    const char* name;
+    VRDCFGAPI_ErrorState stored;
+    const char* text;
+    VRDCFGAPI_ErrorState decrypted;  // state with the decrypt flag; the text is the same if 0
+    VRDCFGAPI_ErrorState decryptedNode;
+  };
+  const auto ok = VRDCFGAPI_NoError;
+  const auto noCrypto = VRDCFGAPI_CryptoUnavailable;
+  const Row rows[] = {
+      {"unknown", ok, "", ok, ok},
+      {"Plain", ok, "", ok, ok},
+      {"plain", ok, "v", ok, noCrypto},
+      {"empty", ok, "", ok, noCrypto},
+      {"spaced", ok, " a\n b ", ok, noCrypto},
+      {"secret", ok, "c2VjcmV0", noCrypto, noCrypto},
+      {"not secret", ok, "x", ok, noCrypto},
+      {"empty secret", ok, "", noCrypto, noCrypto},
+      {"\xCE\xB1\xCE\xB2 \xF0\x9F\x98\x80", ok, "\xE4\xB8\xAD", ok, noCrypto},
+  };
+  for (const Row& row : rows) {
+    SCOPED_TRACE(row.name);
+    EXPECT_EQ(readText(row.name).state, row.stored);
+    EXPECT_EQ(readText(row.name).text, row.text);
+    EXPECT_EQ(readText(row.name, -1).state, row.decrypted);
+    EXPECT_EQ(readText(row.name, -1).text, row.decrypted == ok ? row.text : "");
+    EXPECT_EQ(readNode(row.name, 1).state, row.decryptedNode);
+    if (row.decryptedNode != ok) {
+      EXPECT_EQ(readNode(row.name, 1).xml, "untouched");
+    }
+  }
+  for (const char* name : {"", "opaque"}) {
+    SCOPED_TRACE(name);
+    EXPECT_EQ(readText(name, 1).state, noCrypto);
+    EXPECT_EQ(readText(name, 1).text, "");
+    EXPECT_EQ(readNode(name, 1).state, noCrypto);
+  }
+}
+
+TEST(ValuesTest, NodesAreCopies) {
+  const CurrentInstallation installation(parameters);
+  EXPECT_EQ(readNode("unknown").xml, "untouched");
+  EXPECT_EQ(readNode("unknown").state, VRDCFGAPI_NoError);
+  const std::string tree = textOf("");
+  VRDIDOM_Node node;
+  const int stored = 0;
+  for (const char* name : {"plain", "empty", "opaque", ""}) {
+    SCOPED_TRACE(name);
+    ASSERT_EQ(store().getValue(name, stored, node), VRDCFGAPI_NoError);
+    VRDIDOM_Element element = node;
+    EXPECT_TRUE(VRDIDOMUtils::isQNameEquals(element, "http://zandor.com/schemas/vtconfig/1/",
+                                            *name == '\0' ? "parameters" : "value"));
+    element.setAttribute("changed", "yes");
+    VRDIDOMUtils::setText(element, "changed");
+    EXPECT_EQ(textOf(""), tree);
+  }
+  // The document of a copy has no other handle, and the store may be gone.
+  ASSERT_EQ(store().getValue("opaque", stored, node), VRDCFGAPI_NoError);
+  startOver();
+  EXPECT_STREQ(node.getFirstChild().getFirstChild().getNodeValue().c_str(), "1");
+}
+
+TEST(ValuesTest, ASetValueIsFoundByNameAlone) {
+  const CurrentInstallation installation(parameters);
+  const auto set = [](const char* name, const char* value) {
+    return store().setValue(name, value);
+  };
+  const std::string untouched = textOf("");
+  EXPECT_EQ(set("", "v"), VRDCFGAPI_NoError);
+  EXPECT_EQ(set("plain", ""), VRDCFGAPI_NoError);
+  EXPECT_EQ(set("unknown", ""), VRDCFGAPI_NoError);
+  EXPECT_EQ(textOf(""), untouched);
+  EXPECT_EQ(textOf("plain"), "v");
+
+  for (const char* name : {"plain", "opaque", "secret", "new"}) {
+    for (const char* value : {"first", "second <&>", "\xC3\xA9"}) {
+      SCOPED_TRACE(std::string(name) + " = " + value);
+      EXPECT_EQ(set(name, value), VRDCFGAPI_NoError);
+      EXPECT_EQ(textOf(name), value);
+      EXPECT_EQ(readText(name, 1).text, value) << "plain, whatever it was before";
+      EXPECT_EQ(textOf("").find(value), std::string::npos);
+      EXPECT_EQ(textOf("").find("name=\"" + std::string(name) + "\""), std::string::npos);
+    }
+    EXPECT_EQ(
+        readNode(name).xml,
+        "<vtn:value xmlns:vtn=\"http://zandor.com/schemas/vtconfig/1/\">\xC3\xA9</vtn:value>");
+  }
+}
+
+TEST(ValuesTest, NameAndResultMayBeOneText) {
+  const CurrentInstallation installation(parameters);
+  I18NString both = "plain";
+  const int stored = 0;
+  EXPECT_EQ(store().getValue(both, stored, both), VRDCFGAPI_NoError);
+  EXPECT_STREQ(both.c_str(), "v");
+}
+
+}  // namespace

@@ -1,0 +1,42 @@
+#include "tests/support/StandInDefaults.h"
+
+#include "platform/mcf/DefaultLists.h"
+
+namespace {
+
+/// A list in the form of the defaults library: names and values in turn, an empty name at the end.
+class FlatList {
+ public:
+  void set(const StandInDefaults::List& list) {
+    m_list = list;
+    m_flat.clear();
+    for (const auto& [name, value] : m_list) {
+      m_flat.push_back(name.c_str());
+      m_flat.push_back(value.c_str());
+    }
+    m_flat.push_back("");
+  }
+  const char* const* get() const { return m_flat.data(); }
+
+ private:
+  StandInDefaults::List m_list;
+  std::vector<const char*> m_flat{""};
+};
+
+FlatList& runtimeList() {
+  static FlatList& immortal = *new FlatList;
+  return immortal;
+}
+
+FlatList& startupList() {
+  static FlatList& immortal = *new FlatList;
+  return immortal;
+}
+
+}  // namespace
+
+void StandInDefaults::setRuntime(const List& list) { runtimeList().set(list); }
+void StandInDefaults::setStartup(const List& list) { startupList().set(list); }
+
+const char* const* getruntimeDefaults() { return runtimeList().get(); }
+const char* const* getstartupDefaults() { return startupList().get(); }

@@ -1,0 +1,81 @@
+#include "tests/tools/CommandRunner.h"
+
+#include <gtest/gtest.h>
+#include <sys/wait.h>
+#include <unicode/regex.h>
+
+#include <cstdlib>
+#include <fstream>
+#include <sstream>
+
+#include "tests/support/TemporaryFolder.h"
+
+namespace {
+
+std::string quoted(const std::string& text) {
+  std::string result = " '";
+  for (const char byte : text) result += byte == '\'' ? std::string("'\\''") : std::string(1, byte);
+  return result + "'";
+}
+
+std::string lineOf(const CommandCall& call) {
+  std::string line = "cd" + quoted(call.folder.string()) +
+                     " || exit 126; exec env -u ZAN_ROOT -u ZAN_EXEC_PATH -u LD_LIBRARY_PATH";
+  for (const auto& [name, value] : call.environment) line += quoted(name + '=' + value);
+  line += quoted(VRDCFG_PROGRAM);
+  for (const std::string& argument : call.arguments) line += quoted(argument);
+  return line;
+}
+
+icu::UnicodeString replaced(const char* pattern, const icu::UnicodeString& text, const char* by) {
+  UErrorCode state = U_ZERO_ERROR;
+  icu::RegexMatcher matcher(icu::UnicodeString::fromUTF8(pattern), text, 0, state);
+  const icu::UnicodeString result = matcher.replaceAll(by, state);
+  return U_SUCCESS(state) ? result : icu::UnicodeString(u_errorName(state));
+}
+
+}  // namespace
+
+CommandResult runCommand(const CommandCall& call) {
+  const TemporaryFolder files;
+  files.write("in", call.input);
+  const std::string sink = call.sink.empty() ? quoted((files / "out").string()) : call.sink;
+  const std::string line = lineOf(call) + " <" + quoted((files / "in").string()) + " 2>" +
+                           quoted((files / "err").string()) + " >" + sink;
+  const int status = std::system(line.c_str());
+  return {WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status),
+          contentOf(files / "out"), contentOf(files / "err")};
+}
+
+void expectAnswers(const CommandCall& base, const std::vector<Answer>& rows) {
+  for (const Answer& row : rows) {
+    SCOPED_TRACE(testing::PrintToString(row.arguments));
+    CommandCall call = base;
+    call.arguments.insert(call.arguments.end(), row.arguments.begin(), row.arguments.end());
+    call.input = row.input;
+    const CommandResult result = runCommand(call);
+    EXPECT_EQ(result.status, row.status);
+    EXPECT_THAT(result.out, row.out);
+    EXPECT_THAT(result.err, row.err);
+  }
+}
+
+std::string contentOf(const std::filesystem::path& file) {
+  std::ostringstream content;
+  content << std::ifstream(file, std::ios::binary).rdbuf();
+  return content.str();
+}
+
+bool isJson(const std::string& text) {
+  // Strings become s and other values v, from the innermost outwards; bytes that are not UTF-8 come
+  // as U+FFFD.
+  icu::UnicodeString rest = replaced(R"("([^"\\\x00-\x1F\uFFFD]|\\(["\\nrt]|u[0-9a-fA-F]{4}))*+")",
+                                     icu::UnicodeString::fromUTF8(text), "s");
+  rest = replaced("true|false|[0-9]+", rest, "v");
+  icu::UnicodeString before;
+  do {
+    before = rest;
+    rest = replaced(R"(\{(s:[sv](,s:[sv])*+)?\}|\[([sv](,[sv])*+)?\])", before, "v");
+  } while (rest != before);
+  return rest == icu::UnicodeString("v\n");
+}

@@ -1,0 +1,199 @@
+// keygen, protect, get --decrypt and the part of check that asks the provider, end to end.
+
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+
+#include <thread>
+
+#include "tests/tools/TestInstallation.h"
+
+using testing::_;
+using testing::AllOf;
+using testing::EndsWith;
+using testing::HasSubstr;
+using testing::Not;
+using testing::StartsWith;
+
+namespace {
+
+constexpr char startup[] = "configuration/zanstartup.xml";
+constexpr char provider[] = "bin/libHLD_Crypto_Interface.so";
+constexpr char firstKey[] = "configuration/keys/0000000001.key";
+constexpr char secondKey[] = "configuration/keys/0000000002.key";
+constexpr char thirdKey[] = "configuration/keys/0000000003.key";
+
+constexpr char parameters[] = R"(<!-- Ω -->
+<vtn:parameter name="plain"><vtn:value>a &amp; <!-- b --> c</vtn:value></vtn:parameter>
+<vtn:parameter name="twice"><vtn:value>first</vtn:value></vtn:parameter>
+<vtn:parameter name="twice"><vtn:value>second</vtn:value></vtn:parameter>
+<vtn:parameter name="empty"><vtn:value
+   xsi:type='cfg:password' /></vtn:parameter>
+<vtn:parameter name="marked"><vtn:value encrypted = 'no' xsi:type="a>b">x</vtn:value></vtn:parameter>
+<vtn:parameter name="off" disabled="true"><vtn:value>x</vtn:value></vtn:parameter>
+<vtn:parameter name="opaque" opaque="true"><vtn:value><secret/></vtn:value></vtn:parameter>
+)";
+
+class Protection : public testing::Test {
+ protected:
+  Protection() {
+    std::filesystem::create_symlink(VRDCFG_PROVIDER, m_there / provider);
+    m_there.run({"keygen"});
+  }
+  void protect(const char* name, const std::string& clear) {
+    const CommandResult result = m_there.run({"protect", "--parameter", name}, clear);
+    EXPECT_EQ(result.status, 0) << result.err;
+  }
+  std::string decrypted(const char* name) { return m_there.run({"get", name, "--decrypt"}).out; }
+
+  TestInstallation m_there{parameters};
+};
+
+TEST_F(Protection, KeysAreNumberedAndPrivate) {
+  EXPECT_EQ(std::filesystem::status(m_there / firstKey).permissions(),
+            std::filesystem::perms(0600));
+  const std::string third = "{\"number\":3,\"file\":\"" + m_there.file(thirdKey) + "\"}\n";
+  expectAnswers(m_there.call({"keygen"}),
+                {{{}, 0, HasSubstr(m_there.file(secondKey))}, {{"--json"}, 0, third}});
+  EXPECT_NE(m_there.read(firstKey), m_there.read(secondKey));
+}
+
+TEST_F(Protection, ComesBackAndOnlyWhenAskedFor) {
+  const std::string longText(1 << 20, 'x');
+  const std::pair<std::string, std::string> texts[] = {
+      {"pässword🚀\r\n", "pässword🚀"},
+      {" two\nlines\n\n", " two\nlines\n"},
+      {"<a>&amp;</a>", "<a>&amp;</a>"},
+      {longText, longText},
+  };
+  for (const auto& [input, output] : texts) {
+    protect("plain", input);
+    const auto unmarked = AllOf(StartsWith("<vtn:value"), Not(HasSubstr("encrypted=")));
+    expectAnswers(m_there.call({"get", "plain"}), {{{}, 0, "********\n"},
+                                                   {{"--decrypt"}, 0, output + "\n"},
+                                                   {{"--decrypt", "--xml"}, 0, unmarked}});
+    EXPECT_EQ(m_there.read(startup).find(output), std::string::npos);
+  }
+  EXPECT_NE(m_there.run({"protect"}, "same").out, m_there.run({"protect"}, "same").out);
+}
+
+TEST_F(Protection, ChangesNothingElseInTheDocument) {
+  /// What of the document changes: @p before becomes @p prefix, the stored text and the end tag.
+  const struct {
+    const char* parameter;
+    std::string before;
+    const char* prefix;
+  } edits[] = {
+      {"plain", "<vtn:value>a &amp; <!-- b --> c</vtn:value>", "<vtn:value encrypted=\"true\">"},
+      {"twice", "<vtn:value>second</vtn:value>", "<vtn:value encrypted=\"true\">"},
+      {"empty", "<vtn:value\n   xsi:type='cfg:password' />",
+       "<vtn:value encrypted=\"true\"\n   xsi:type='cfg:password'>"},
+      {"marked", "<vtn:value encrypted = 'no' xsi:type=\"a>b\">x</vtn:value>",
+       "<vtn:value encrypted = 'true' xsi:type=\"a>b\">"},
+  };
+  ::chmod((m_there / startup).c_str(), 0640);
+  for (const auto& [name, before, prefix] : edits) {
+    const std::string document = m_there.read(startup);
+    protect(name, "secret");
+    const std::size_t at = document.find(before);
+    const std::string head = document.substr(0, at) + prefix;
+    const std::string tail = "</vtn:value>" + document.substr(at + before.size());
+    const std::string after = m_there.read(startup);
+    EXPECT_THAT(after, AllOf(StartsWith(head), EndsWith(tail)));
+    const std::string stored = after.substr(head.size(), after.size() - head.size() - tail.size());
+    EXPECT_EQ(stored.find_first_of(" <>&"), std::string::npos);
+    EXPECT_EQ(decrypted(name), "secret\n");
+  }
+  EXPECT_EQ(std::filesystem::status(m_there / startup).permissions(), std::filesystem::perms(0640));
+  for (const auto& entry : std::filesystem::directory_iterator(m_there / "configuration")) {
+    EXPECT_THAT(entry.path().filename(), testing::AnyOf("keys", "zanstartup.xml"));
+  }
+}
+
+TEST_F(Protection, KeepsUtf16AndTheLinkToTheDocument) {
+  std::string utf16 = "\xFE\xFF";
+  for (const char unit : startupDocument(parameter("a", ""))) utf16 += {'\0', unit};
+  std::filesystem::remove(m_there / startup);
+  std::filesystem::create_symlink(m_there.write("real.xml", utf16), m_there / startup);
+  protect("a", "secret");
+  EXPECT_TRUE(std::filesystem::is_symlink(m_there / startup));
+  EXPECT_THAT(m_there.read(startup), StartsWith(std::string("\xFE\xFF\0<\0v", 6)));
+  EXPECT_EQ(decrypted("a"), "secret\n");
+}
+
+TEST_F(Protection, LosesNoneOfTwoAtOnce) {
+  std::thread other([&] { protect("twice", "one"); });
+  protect("plain", "two");
+  other.join();
+  EXPECT_EQ(decrypted("twice") + decrypted("plain"), "one\ntwo\n");
+}
+
+TEST_F(Protection, ChangesNothingWhenRefused) {
+  const std::string before = m_there.read(startup);
+  const std::string tooLong((1 << 20) + 1, 'x');
+  expectAnswers(m_there.call({"protect"}),
+                {{{"--parameter", "plain"}, 2, "", HasSubstr("is empty"), "\n"},
+                 {{}, 2, "", HasSubstr("holds a NUL"), std::string("a\0b", 3)},
+                 {{}, 2, "", HasSubstr("longer than 1 MiB"), tooLong},
+                 {{"secret"}, 2, "", HasSubstr("secret")},
+                 {{"--parameter", "plian"}, 2, "", HasSubstr("Near it: \"plain\"."), "x"},
+                 {{"--parameter", "off"}, 2, "", HasSubstr("no parameter \"off\""), "x"},
+                 {{"--parameter", "opaque"}, 2, "", HasSubstr("holds XML"), "x"}});
+  EXPECT_EQ(m_there.read(startup), before);
+
+  std::filesystem::remove_all(m_there / "configuration/keys");
+  const auto noKey = AllOf(HasSubstr("configuration/keys"), HasSubstr("vrdcfg keygen"));
+  expectAnswers(m_there.call(), {{{"protect"}, 2, "", noKey, "x"}});
+  std::filesystem::remove(m_there / provider);
+  expectAnswers(m_there.call(), {{{"protect"}, 2, "", HasSubstr(m_there.file(provider)), "x"}});
+}
+
+TEST_F(Protection, OldKeysOpenWhatTheyProtectedUntilTheyAreGone) {
+  protect("plain", "old");
+  m_there.run({"keygen"});
+  protect("twice", "new");
+  const CommandCall get = m_there.call({"get", "--decrypt"});
+  expectAnswers(get, {{{"plain", "twice"}, 0, "plain  old\ntwice  new\n"}});
+  std::filesystem::remove(m_there / firstKey);
+  expectAnswers(get, {{{"plain"}, 1, "", AllOf(HasSubstr("\"plain\""), HasSubstr("(state 8)"))},
+                      {{"plain", "--json"}, 1, HasSubstr("\"state\":8"), _},
+                      {{"twice"}, 0, "new\n"}});
+}
+
+TEST_F(Protection, DecryptsInsideOpaqueValuesAndTellsWhatStaysShut) {
+  std::string stored = m_there.run({"protect"}, "nested secret").out;
+  stored.pop_back();
+  m_there.setParameters(
+      "<vtn:parameter name='opaque' opaque='true'><vtn:value><a encrypted='true'>" + stored +
+      "</a><b encrypted='true'>!</b></vtn:value></vtn:parameter>");
+  expectAnswers(m_there.call(),
+                {{{"get", "opaque", "--decrypt"},
+                  1,
+                  AllOf(HasSubstr("<a>nested secret</a>"), HasSubstr(">!</b>")),
+                  HasSubstr("could not be decrypted")},
+                 {{"dump", "--decrypt"}, 1, _, _},
+                 {{"list", "--values", "--decrypt"}, 1, HasSubstr("undecryptable"), _}});
+}
+
+TEST_F(Protection, CheckNamesWhatTheProviderRefuses) {
+  m_there.setParameters("\n" + parameter("a", "") + "\n" + parameter("b", ""));
+  m_there.write("cmplst.txt", "");
+  m_there.write("configuration/zanlocale.xml", "<localeConfiguration/>");
+  protect("a", "one");
+  protect("b", "two");
+  EXPECT_EQ(m_there.run({"check"}).out, "no findings\n");
+
+  // One other letter in the middle of the second value.
+  std::string document = m_there.read(startup);
+  char& letter = document[document.rfind("</vtn:value>") - 20];
+  letter = letter == 'A' ? 'B' : 'A';
+  m_there.setDocument(document);
+  const auto refused = AllOf(HasSubstr(":3:26: the encrypted value in parameter \"b\" is refused"),
+                             HasSubstr("[refused-secret]"), EndsWith("findings: 1\n"));
+  expectAnswers(m_there.call(), {{{"check"}, 1, refused}});
+
+  std::filesystem::remove_all(m_there / "configuration/keys");
+  EXPECT_THAT(m_there.run({"check"}).out,
+              AllOf(HasSubstr("[no-session]"), EndsWith("findings: 1\n")));
+}
+
+}  // namespace

@@ -1,0 +1,120 @@
+// --query and explain: what a process would answer after taking in query results, and why.
+
+#include <gtest/gtest.h>
+
+#include "tests/tools/TestInstallation.h"
+
+using testing::AllOf;
+using testing::HasSubstr;
+using testing::Not;
+
+namespace {
+
+constexpr char parameters[] =
+    R"(<vtn:parameter name="b"><vtn:value>kept</vtn:value></vtn:parameter>
+<vtn:parameter name="a"><vtn:value>first</vtn:value></vtn:parameter>
+<vtn:parameter name="a"><vtn:value>startup</vtn:value></vtn:parameter>
+<vtn:parameter name="log"><vtn:value xsi:type="cfg:filePath">%ZAN_ROOT%/a.log</vtn:value></vtn:parameter>
+<vtn:parameter name="off" disabled="true"><vtn:value>x</vtn:value></vtn:parameter>
+<vtn:parameter name="pw"><vtn:value encrypted="true">U1RPUkVE</vtn:value></vtn:parameter>
+)";
+
+std::string resultOf(const std::string& content) {
+  return "<results>\n<queryResult><group>" + content + "</group></queryResult></results>";
+}
+
+std::string valueOf(const std::string& name, const std::string& value) {
+  return '<' + name + "><value>" + value + "</value></" + name + '>';
+}
+
+std::string settingOf(const std::string& name, const std::string& value) {
+  return valueOf("advancedSettings",
+                 "&lt;s&gt;&lt;x name=\"" + name + "\"&gt;" + value + "&lt;/x&gt;&lt;/s&gt;");
+}
+
+class QueryResults : public testing::Test {
+ protected:
+  QueryResults() {
+    m_there.write("one.xml", resultOf(valueOf("a", "one") + valueOf("new", "n")));
+    m_there.write("two.xml", resultOf(valueOf("a", "two")));
+  }
+
+  TestInstallation m_there{parameters};
+  const std::string m_one = m_there.file("one.xml");
+  const std::string m_two = m_there.file("two.xml");
+  const std::string m_document = "startup document " + m_there.startupFile().string();
+};
+
+TEST_F(QueryResults, AreTakenInTheirOrderBeforeTheCommand) {
+  const std::string fonts =
+      resultOf("<supportedFonts opaque='true'><value><item>Arial</item></value></supportedFonts>");
+  m_there.write("configuration/zanlocale.xml", "<localeConfiguration/>");
+  expectAnswers(m_there.call(),
+                {{{"get", "a", "b"}, 0, "a  startup\nb  kept\n"},
+                 {{"--query", m_one, "--query", m_two, "get", "a", "b", "new"},
+                  0,
+                  "a    two\nb    kept\nnew  n\n"},
+                 {{"--query", m_two, "--query", m_one, "get", "a"}, 0, "one\n"},
+                 {{"--query", "-", "get", "a"}, 0, "piped\n", "", resultOf(valueOf("a", "piped"))},
+                 {{"--query", "-", "fonts"}, 0, "supported  Arial\n", "", fonts}});
+}
+
+TEST_F(QueryResults, EndTheCommandWhenRefused) {
+  const std::pair<std::string, const char*> rows[] = {
+      {"<a>\n  <b></a>", ":2:"},
+      {"", "(state 5)"},
+      {"<!DOCTYPE a><a/>", "(state 5)"},
+      {resultOf(valueOf("advancedSettings", "x")), "\"advancedSettings\" does not parse"},
+      {resultOf(settingOf("s", "1") + valueOf("s", "2")), "advanced setting gave before"},
+  };
+  for (const auto& [content, message] : rows) {
+    m_there.write("one.xml", content);
+    expectAnswers(
+        m_there.call(),
+        {{{"--query", m_one, "get", "a"}, 2, "", AllOf(HasSubstr(m_one), HasSubstr(message))}});
+  }
+  const auto missing = HasSubstr("/no/such cannot be read: No such file");
+  expectAnswers(m_there.call(), {{{"--query", "/no/such", "list"}, 2, "", missing}});
+}
+
+TEST_F(QueryResults, AreExplainedEachInItsRole) {
+  const auto masked = AllOf(HasSubstr("********"), Not(HasSubstr("U1RPUkVE")));
+  const std::string off = "ignored  " + m_document + ":5:1, since it is disabled";
+  const std::string a = "name       a\nvalue      two\ndisplaced  " + m_document +
+                        ":2:1: first\ndisplaced  " + m_document +
+                        ":3:1: startup\ndisplaced  query result " + m_one +
+                        ":2:21: one\nin force   query result " + m_two + ":2:21\n";
+  const std::string log = "name              log\nvalue             " + m_there.file("a.log") +
+                          "\nbefore rewriting  %ZAN_ROOT%/a.log\ntype              "
+                          "cfg:filePath\nmarks             path\nin force          " +
+                          m_document + ":4:1\n";
+  expectAnswers(
+      m_there.call(),
+      {{{"--query", m_one, "--query", m_two, "explain", "a"}, 0, a},
+       {{"explain", "log"}, 0, log},
+       {{"explain", "off"}, 1, HasSubstr(off), testing::_},
+       {{"explain", "of"}, 1, testing::_, HasSubstr("no parameter \"of\" in force.")},
+       {{"--query", "-", "explain", "pw"}, 0, masked, "", resultOf(valueOf("pw", "new"))}});
+}
+
+TEST_F(QueryResults, AreExplainedAsTheyAreAnsweredWithAdvancedSettings) {
+  const char* const inForce = R"({"role":"in force","source":"advanced setting")";
+  // The two query files, the answer, and what is told of the setting.
+  const std::tuple<std::string, std::string, std::string, const char*> rows[] = {
+      {settingOf("a", "set"), "", "set", inForce},
+      {valueOf("a", "q") + settingOf("a", "set"), "", "set", inForce},
+      {settingOf("b", "other"), settingOf("a", "late"), "startup",
+       R"({"role":"ignored","source":"advanced setting")"},
+      {settingOf("a", ""), "", "startup", R"("whyIgnored":"it is empty")"},
+  };
+  for (const auto& [first, second, answer, role] : rows) {
+    m_there.write("one.xml", resultOf(first));
+    m_there.write("two.xml", resultOf(second));
+    expectAnswers(
+        m_there.call({"--query", m_one, "--query", m_two}),
+        {{{"get", "a"}, 0, answer + "\n"},
+         {{"explain", "a", "--json"}, 0, AllOf(HasSubstr(role), testing::Truly(isJson))}});
+  }
+}
+
+}  // namespace
