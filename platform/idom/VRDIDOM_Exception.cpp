@@ -1,5 +1,7 @@
 #include "platform/idom/VRDIDOM_Exception.h"
 
+#include <utility>
+
 VRDIDOM_Exception::VRDIDOM_Exception(short code, const I18NString& text)
     : VRDException(VRDSeverity_Error, code), m_text(text) {}
 VRDIDOM_Exception::VRDIDOM_Exception(const VRDIDOM_Exception&) = default;
