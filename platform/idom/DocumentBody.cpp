@@ -47,17 +47,24 @@ DocumentBody* DocumentBody::adopt(xercesc::DOMDocument* document) {
   throw std::bad_alloc();
 }
 
-void DocumentBody::append(DOMNode& parent, DOMNode& child) {
-  refuseCircle(parent, child);
+// Room in the journal is made before the tree changes, so that a change is never left unwritten.
+template <class Work>
+void DocumentBody::change(DOMNode& parent, DOMNode& moved, Arrival arrival, Work work) {
   if (!isWatched()) {
-    parent.appendChild(&child);
+    work();
     return;
   }
   m_journal.prepare();
-  const Departure departure(child);
-  parent.appendChild(&child);
+  const Departure departure(moved);
+  work();
   departure.recordIn(m_journal);
-  m_journal.record(parent, {Kind::Appended, &child, nullptr, nullptr});
+  if (arrival) m_journal.record(parent, *arrival);
+}
+
+void DocumentBody::append(DOMNode& parent, DOMNode& child) {
+  refuseCircle(parent, child);
+  change(parent, child, Change{Kind::Appended, &child, nullptr, nullptr},
+         [&] { parent.appendChild(&child); });
 }
 
 void DocumentBody::insert(DOMNode& parent, DOMNode& child, DOMNode& before) {
@@ -66,26 +73,12 @@ void DocumentBody::insert(DOMNode& parent, DOMNode& child, DOMNode& before) {
   }
   refuseCircle(parent, child);
   if (&child == &before) return;
-  if (!isWatched()) {
-    parent.insertBefore(&child, &before);
-    return;
-  }
-  m_journal.prepare();
-  const Departure departure(child);
-  parent.insertBefore(&child, &before);
-  departure.recordIn(m_journal);
-  m_journal.record(parent, {Kind::Inserted, &child, nullptr, nullptr});
+  change(parent, child, Change{Kind::Inserted, &child, nullptr, nullptr},
+         [&] { parent.insertBefore(&child, &before); });
 }
 
 void DocumentBody::remove(DOMNode& parent, DOMNode& child) {
-  if (!isWatched()) {
-    parent.removeChild(&child);
-    return;
-  }
-  m_journal.prepare();
-  const Departure departure(child);
-  parent.removeChild(&child);
-  departure.recordIn(m_journal);
+  change(parent, child, std::nullopt, [&] { parent.removeChild(&child); });
 }
 
 void DocumentBody::replace(DOMNode& parent, DOMNode& newChild, DOMNode& oldChild) {
@@ -94,13 +87,6 @@ void DocumentBody::replace(DOMNode& parent, DOMNode& newChild, DOMNode& oldChild
   }
   refuseCircle(parent, newChild);
   if (&newChild == &oldChild) return;
-  if (!isWatched()) {
-    parent.replaceChild(&newChild, &oldChild);
-    return;
-  }
-  m_journal.prepare();
-  const Departure departure(newChild);
-  parent.replaceChild(&newChild, &oldChild);
-  departure.recordIn(m_journal);
-  m_journal.record(parent, {Kind::Replaced, &oldChild, &newChild, nullptr});
+  change(parent, newChild, Change{Kind::Replaced, &oldChild, &newChild, nullptr},
+         [&] { parent.replaceChild(&newChild, &oldChild); });
 }

@@ -5,6 +5,7 @@
 
 #include <atomic>
 #include <cstddef>
+#include <optional>
 
 #include "platform/idom/ChangeJournal.h"
 #include "platform/idom/SpareElements.h"
@@ -43,6 +44,13 @@ class DocumentBody {
  private:
   explicit DocumentBody(xercesc::DOMDocument* document) : m_document(document) {}
   ~DocumentBody() { m_document->release(); }
+
+  /// What a change brings to a parent; nothing, if it only takes away.
+  using Arrival = std::optional<ChangeJournal::Change>;
+
+  /// Does @p work, which moves @p moved, and writes it down for the live lists.
+  template <class Work>
+  void change(xercesc::DOMNode& parent, xercesc::DOMNode& moved, Arrival arrival, Work work);
 
   bool isWatched() const { return m_watched.load(std::memory_order_relaxed); }
 
