@@ -1,10 +1,44 @@
 #include "platform/core/VRDMessage.h"
 
+#include <charconv>
 #include <cstdio>
 #include <string>
 #include <string_view>
+#include <system_error>
+
+#include "platform/core/MessageCatalogues.h"
 
 namespace {
+
+/// Reads the "{N}" that @p text begins with.
+/// @return its length; 0 if there is none
+std::size_t placeAt(std::string_view text, std::size_t& index) {
+  const std::size_t close = text.find('}');
+  if (close == std::string_view::npos) return 0;
+  const auto [last, error] = std::from_chars(text.data() + 1, text.data() + close, index);
+  return error == std::errc() && last == text.data() + close ? close + 1 : 0;
+}
+
+/// @p text with the parameters of @p message in their places. Without its parameter a place stays
+/// as it is written, as does any other brace.
+I18NString filled(std::string_view text, const VRDMessage& message) {
+  std::string result;
+  for (std::size_t open; (open = text.find('{')) != std::string_view::npos;) {
+    result.append(text.substr(0, open));
+    text.remove_prefix(open);
+    std::size_t index = 0;
+    std::size_t length = placeAt(text, index);
+    if (length != 0 && index < message.getParmCount()) {
+      result.append(message.getParmAt(index).getText().utf8());
+    } else {
+      length = 1;
+      result += '{';
+    }
+    text.remove_prefix(length);
+  }
+  result.append(text);
+  return I18NString(std::string_view(result));
+}
 
 /// The names of the message and what it was given: a person can look it up, and nothing is lost.
 /// Numbers of the installation's catalogues have eight hexadecimal digits.
@@ -45,4 +79,7 @@ std::unique_ptr<VRDMessageBase> VRDMessage::clone() const {
 }
 
 // The one place where a number turns into text.
-I18NString VRDMessage::getText() const { return textWithoutCatalogue(*this); }
+I18NString VRDMessage::getText() const {
+  const std::string* text = MessageCatalogues::installed().find(m_catalogue.utf8(), m_number);
+  return text != nullptr ? filled(*text, *this) : textWithoutCatalogue(*this);
+}

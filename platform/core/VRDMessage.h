@@ -52,7 +52,9 @@ class VRD_EXPORT VRDMessageComponents : public VRDMessageBase {
   std::vector<VRDMessageParm> m_parms;
 };
 
-/// One message of a catalogue, named by the catalogue and a number.
+/// One message of a catalogue, named by the catalogue and a number. Its text comes from the files
+/// that were installed with the library, in the language that LC_ALL, LC_MESSAGES or LANG names, or
+/// in English; the locale that the process has set does not matter.
 class VRD_EXPORT VRDMessage : public VRDMessageComponents {
  public:
   VRDMessage(const I18NString& catalogue, unsigned long number);

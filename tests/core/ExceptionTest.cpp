@@ -4,7 +4,6 @@
 #include <stdexcept>
 #include <string>
 #include <typeinfo>
-#include <vector>
 
 #include "platform/core/VRDErrors.h"
 #include "platform/core/VRDException.h"
@@ -27,7 +26,7 @@ class PlainMessage : public VRDMessageBase {
 
 VRDException sampleException() {
   VRDException exception(VRDSeverity_Error, 13);
-  VRDMessage message("vrdcfgapimsgs", 0x610B54C9);
+  VRDMessage message("samplemsgs", 0x610B54C9);
   message << VRDMessageParm("fr-ca");
   exception << message << PlainMessage("two\nlines");
   message << VRDMessageParm("too late");
@@ -88,23 +87,6 @@ TEST(Exception, AssignmentTakesOverEverything) {
   EXPECT_EQ(source.getMessageCount(), 2u);
 }
 
-TEST(Message, WithoutCatalogueShowsAllItHas) {
-  const struct {
-    const char* catalogue;
-    unsigned long number;
-    std::vector<const char*> parms;
-    const char* text;
-  } rows[] = {{"vrdcfgapimsgs", 0x6102852C, {}, "vrdcfgapimsgs 0x6102852C"},
-              {"other", 0xA, {"1", "", "x y"}, "other 0x0000000A (1, , x y)"},
-              {"other", 0x123456789ABCDEF0, {}, "other 0x123456789ABCDEF0"},
-              {"caf\xC3\xA9", 0, {"\xFF"}, "caf\xC3\xA9 0x00000000 (\xFF)"}};
-  for (const auto& row : rows) {
-    VRDMessage message(row.catalogue, row.number);
-    for (const char* parm : row.parms) message << VRDMessageParm(parm);
-    EXPECT_EQ(message.getText().utf8(), row.text);
-  }
-}
-
 TEST(Throwable, IsNeverWithoutMessage) {
   const std::pair<std::shared_ptr<VRDThrowable>, const char*> rows[] = {
       {std::make_shared<VRDException>(VRDSeverity_Information, 2), "information 2"},
@@ -123,7 +105,7 @@ TEST(Throwable, ToStringTellsEverythingOneFactALine) {
   VRDException exception = sampleException();
   exception.addBackTrace({nullptr, 0}, nullptr, nullptr);
   EXPECT_EQ(exception.toString().utf8(),
-            "VRDException\nerror 13\nvrdcfgapimsgs 0x610B54C9 (fr-ca)\ntwo\nlines\n"
+            "VRDException\nerror 13\nsamplemsgs 0x610B54C9 (fr-ca)\ntwo\nlines\n"
             "  at VRDConfigurationFactory:42 VRD_THROW\n  at ?:0 ?");
   EXPECT_EQ(VRDException(VRDSeverity_Error, 14).toString().utf8(), "VRDException\nerror 14");
   EXPECT_EQ(VRDOutOfMemoryError(5, "while sorting").toString().utf8(),
@@ -132,11 +114,10 @@ TEST(Throwable, ToStringTellsEverythingOneFactALine) {
   I18NString out("before:");
   sampleException().toString("> ", "; ", out, 1);
   sampleException().toString(nullptr, nullptr, out, 0);
-  EXPECT_EQ(
-      out.utf8(),
-      "before:> VRDException; > error 13; > vrdcfgapimsgs 0x610B54C9 (fr-ca); > two; > lines; "
-      ">   at VRDConfigurationFactory:42 VRD_THROW"
-      "VRDException\nerror 13\nvrdcfgapimsgs 0x610B54C9 (fr-ca)\ntwo\nlines");
+  EXPECT_EQ(out.utf8(),
+            "before:> VRDException; > error 13; > samplemsgs 0x610B54C9 (fr-ca); > two; > lines; "
+            ">   at VRDConfigurationFactory:42 VRD_THROW"
+            "VRDException\nerror 13\nsamplemsgs 0x610B54C9 (fr-ca)\ntwo\nlines");
 }
 
 }  // namespace
