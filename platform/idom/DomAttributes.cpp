@@ -47,7 +47,8 @@ void addPlain(DOMElement& element, const std::u16string& name, const std::u16str
   }
 }
 
-/// A plain attribute would stand in the text beside a namespaced one of its qualified name.
+/// A plain attribute would stand in the text beside a namespaced one of its qualified name. It goes
+/// before that comes: Xerces-C takes it out by its name alone, and would take whichever it finds.
 void removePlain(DOMElement& element, DOMAttr* namesake) {
   if (namesake != nullptr && viewOf(namesake->getNamespaceURI()).empty()) {
     element.removeAttributeNode(namesake);
@@ -96,12 +97,11 @@ void setNamespacedAttribute(DOMElement& element, const I18NString& namespaceUri,
   if (present != nullptr && viewOf(present->getNodeName()) == name) {
     return setCharacterData(*present, text);
   }
-  DOMAttr* namesake = findAttribute(&element, qualifiedName);
+  removePlain(element, findAttribute(&element, qualifiedName));
   if (present != nullptr) {
     changePrefix(element, *present, name);
     setCharacterData(*present, text);
   } else {
     element.setAttributeNS(uri.get(), name.c_str(), text.c_str());
   }
-  removePlain(element, namesake);
 }

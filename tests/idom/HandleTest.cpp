@@ -147,6 +147,19 @@ TEST(Handle, AnAttributeIsFoundAndChangedHoweverItWasSet) {
   EXPECT_TRUE(root.getAttributeNode("z").isNull());
 }
 
+TEST(Handle, APlainAttributeGivesWayToItsNamesake) {
+  for (const char* other : {"a", "z"}) {
+    VRDIDOM_Element root = parsedRoot("<e/>");
+    root.setAttribute(other, "1");
+    root.setAttribute("r:n", "plain");
+    root.setAttributeNS("v", "r:n", "2");
+    EXPECT_EQ(root.getAttributeNS("v", "n"), "2");
+    root.removeAttribute("r:n");
+    root.removeAttribute(other);
+    EXPECT_EQ(written(root), "<e/>");
+  }
+}
+
 TEST(Handle, WhatTheTreeRefusesThrowsAndChangesNothing) {
   VRDIDOM_Document document = parsed("<a k='v'><b/>text</a>");
   VRDIDOM_Element a = document.getDocumentElement();
