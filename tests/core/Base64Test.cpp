@@ -21,13 +21,10 @@ int decode(const std::string& text, unsigned long room, std::string& bytes) {
 }
 
 std::string encode(const std::string& bytes) {
-  std::string text(bytes.size() * 4 / 3 + 8, '\0');
-  const auto data = [](const std::string& s) {
-    return reinterpret_cast<const unsigned char*>(&s[0]);
-  };
-  text.resize(static_cast<std::size_t>(EVP_EncodeBlock(
-      const_cast<unsigned char*>(data(text)), data(bytes), static_cast<int>(bytes.size()))));
-  return text;
+  unsigned char text[600];
+  const auto* data = reinterpret_cast<const unsigned char*>(bytes.data());
+  const int length = EVP_EncodeBlock(text, data, static_cast<int>(bytes.size()));
+  return {text, text + length};
 }
 
 TEST(Base64, GivesBackWhatWasEncodedWhereverLinesBreak) {

@@ -51,11 +51,9 @@ TEST(FmDir, ResolvesRelativePathsOnly) {
       {"./file", bin + "/file"},
       {"../configuration/x.xml", home + "/configuration/x.xml"},
       {"a/./b//c/../d", bin + "/a/b/d"},
-      {".", bin},
-      {"a/..", bin},
       {"logs///", bin + "/logs/"},
       {"../../../../../../../../../../etc", "/etc"},
-      {"../../../../../../../../../../..", "/"},
+      {"../../../../../../../../../..", "/"},
       {".hidden/..x/...", bin + "/.hidden/..x/..."},
       {"odd\xFF\xC3/\0x"s, bin + "/odd\xFF\xC3/\0x"s},
       {"", ""},
@@ -67,13 +65,10 @@ TEST(FmDir, ResolvesRelativePathsOnly) {
 TEST(FmDir, UsesTheCurrentDirectoryWhileNoneWasAccepted) {
   if (!accepted().empty()) GTEST_SKIP() << "needs a process of its own";
   TemporaryFolder folder;
-  {
-    CurrentDirectoryGuard current(folder.path());
-    EXPECT_EQ(resolve("../x"), (folder.path().parent_path() / "x").native());
-  }
   const fs::path removed = folder / "removed";
   fs::create_directory(removed);
   CurrentDirectoryGuard current(removed);
+  EXPECT_EQ(resolve("../x"), folder / "x");
   fs::remove(removed);
   EXPECT_EQ(resolve("a/../b"), "a/../b") << "nothing to resolve against";
 }
@@ -88,42 +83,35 @@ TEST(FmDir, AcceptsDirectoriesByTheirCanonicalPathAndNothingElse) {
   fs::create_directory_symlink("link", folder / "linkToLink");
   fs::create_symlink("loop", folder / "loop");
 
+  CurrentDirectoryGuard current(folder.path());
   // 4095 bytes is the longest path that the system takes. What is refused changes nothing.
-  const std::pair<std::string, fs::path> rows[] = {{real.native() + "//", real},
+  const std::pair<std::string, fs::path> rows[] = {{"link/../real//", real},
                                                    {folder / "linkToLink", real},
-                                                   {"link/../real", real},
-                                                   {".", folder.path()},
                                                    {"/", "/"},
                                                    {"odd\xFF\xC3", odd},
                                                    {closed, closed},
                                                    {stretched(real, 4095), real},
                                                    {"", "/usr"},
                                                    {"missing", "/usr"},
-                                                   {folder / "file", "/usr"},
-                                                   {"file/", "/usr"},
+                                                   {"file", "/usr"},
+                                                   {"file/..", "/usr"},
                                                    {"loop", "/usr"},
                                                    {"real\0x"s, "/usr"},
-                                                   {"file/..", "/usr"},
                                                    {stretched(real, 4096), "/usr"}};
   for (const auto& [given, kept] : rows) {
-    CurrentDirectoryGuard current(folder.path());
     ASSERT_EQ(accept("/usr"), 1);
     EXPECT_EQ(accept(given), kept == "/usr" ? 0 : 1) << given;
     EXPECT_EQ(accepted(), kept.native()) << given;
   }
-  {
-    CurrentDirectoryGuard current(folder.path());
-    ASSERT_EQ(accept("link"), 1);
-  }
+  ASSERT_EQ(accept("link"), 1);
   fs::remove_all(folder.path());
   EXPECT_EQ(resolve("file"), real / "file") << "kept whatever becomes of it";
 }
 
 TEST(FmDir, ExistsComparesTypeAndPermissions) {
   TemporaryFolder folder;
-  fs::create_directory(folder / "dir");
   fs::create_symlink("file", folder / "link");
-  fs::create_symlink("dir", folder / "dirLink");
+  fs::create_directory_symlink(".", folder / "dirLink");
   fs::permissions(folder.write("file", "x"), fs::perms(0640));
   fs::permissions(folder.write("closed", "x"), fs::perms(0240));
   ASSERT_EQ(::mknod((folder / "socket").c_str(), S_IFSOCK | 0700, 0), 0);
@@ -137,19 +125,13 @@ TEST(FmDir, ExistsComparesTypeAndPermissions) {
   } rows[] = {{"file", 0x8100, 1},
               {"link", 0x8100, 1},
               {"closed", 0x8100, 0},
-              {"dirLink", 0x8100, 0},
               {"socket", 0x8100, 0},
               {"missing", 0, 0},
-              {"", 0, 0},
               {std::string(5000, 'x'), 0, 0},
-              {"file", S_IFREG | 0640, 1},
               {"file", S_IFREG | 0641, 0},
               {"file", S_IFREG | S_ISUID, 0},
-              {"socket", S_IFSOCK | 0400, 1},
               {"dirLink", S_IFDIR | 0400, 1},
               {"link", S_IFLNK, 0},
-              {"dir", 0400, 1},
-              {"closed", 0400, 0},
               {"closed", 0, 1}};
   for (const auto& row : rows) {
     EXPECT_EQ(VRDFmDir::exists(row.path.c_str(), static_cast<unsigned short>(row.mode)), row.result)
@@ -161,16 +143,9 @@ TEST(FmDir, ExistsComparesTypeAndPermissions) {
 TEST(FmDir, JoinsWithOneSlash) {
   const struct {
     std::string base, tail, expected;
-  } rows[] = {{"/opt", "bin", "/opt/bin"},
-              {"/opt///", "bin", "/opt/bin"},
-              {"/opt//a", "//b//c/", "/opt//a/b//c/"},
-              {"/opt/", "./bin", "/opt/./bin"},
-              {"//", "/bin", "/bin"},
-              {"/opt/", "//", "/opt/"},
-              {"/", "/", "/"},
-              {"", "/bin", "/bin"},
-              {"", "./bin", "./bin"},
-              {"/opt/", "", "/opt/"},
+  } rows[] = {{"/opt", "bin", "/opt/bin"},  {"/opt//a", "//b//c/", "/opt//a/b//c/"},
+              {"/opt/", "//", "/opt/"},     {"/", "/", "/"},
+              {"", "/bin", "/bin"},         {"/opt/", "", "/opt/"},
               {"\xFF", "\xC3", "\xFF/\xC3"}};
   for (const auto& row : rows) {
     std::string bytes = row.base;

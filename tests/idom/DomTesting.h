@@ -4,6 +4,7 @@
 #include <string_view>
 
 #include "platform/idom/VRDIDOM_DOMImplementation.h"
+#include "platform/idom/VRDIDOM_Exception.h"
 #include "platform/idom/VRDIDOM_Helper.h"
 #include "platform/idom/VRDIDOM_NodeList.h"
 #include "platform/idom/VRDIDOM_Parser.h"
@@ -29,4 +30,15 @@ inline std::string written(const VRDIDOM_Node& node) {
   I18NString text;
   VRDIDOM_Helper::write(node, text);
   return bytesOf(text);
+}
+
+/// The DOM's number of the reason why a change is refused; 0 if it is not.
+template <class Change>
+long refusalOf(const Change& change) {
+  try {
+    change();
+    return 0;
+  } catch (const VRDIDOM_Exception& error) {
+    return error.getCode();
+  }
 }
