@@ -30,6 +30,7 @@ class Placed {
         m_execPath("ZAN_EXEC_PATH", surroundings.execPath),
         m_root("ZAN_ROOT", surroundings.root),
         m_libraryPath("LD_LIBRARY_PATH", surroundings.libraryPath) {
+    fs::remove_all("zanroot.link");
     if (surroundings.link != noLink) {
       std::ofstream("zanroot.link", std::ios::binary) << surroundings.link;
     }
@@ -37,9 +38,7 @@ class Placed {
 
  private:
   CurrentDirectoryGuard m_directory;
-  EnvironmentGuard m_execPath;
-  EnvironmentGuard m_root;
-  EnvironmentGuard m_libraryPath;
+  EnvironmentGuard m_execPath, m_root, m_libraryPath;
 };
 
 /// Expects that the process finds @p installation, and reads it, from where it stands.
@@ -60,26 +59,25 @@ TEST(DiscoveryTest, EveryWayLeadsToTheSameInstallation) {
   const TemporaryFolder elsewhere;
   const std::string root = installation.path().string();
   const std::string bin = installation.bin();
-  const std::string twoDirectories = elsewhere.path().string() + "::" + bin + ":";
-  struct Row {
-    const char* way;
-    fs::path directory;
-    Surroundings surroundings;
+  const std::string file = installation.startupFile().string();
+  const std::string libraries = elsewhere.path().string() + "::" + bin + ":";
+  const std::string tooLong(5000, 'x');
+  const std::pair<fs::path, Surroundings> rows[] = {
+      {elsewhere.path(), {bin.c_str()}},
+      {elsewhere.path(), {nullptr, root.c_str()}},
+      {installation.bin(), {}},
+      {installation / "configuration", {}},
+      {elsewhere.path(), {nullptr, nullptr, nullptr, root + "\n"}},
+      {elsewhere.path(), {nullptr, nullptr, libraries.c_str()}},
+      // What is refused leads to the next.
+      {elsewhere.path(), {"", root.c_str()}},
+      {elsewhere.path(), {"/nowhere", root.c_str()}},
+      {elsewhere.path(), {file.c_str(), root.c_str()}},
+      {elsewhere.path(), {tooLong.c_str(), root.c_str()}},
   };
-  const Row rows[] = {
-      {"exec path", elsewhere.path(), {bin.c_str()}},
-      {"root", elsewhere.path(), {nullptr, root.c_str()}},
-      {"current directory", installation.bin(), {}},
-      {"other child of the root", installation / "configuration", {}},
-      {"link", elsewhere.path(), {nullptr, nullptr, nullptr, root + "\n"}},
-      {"link without a newline", elsewhere.path(), {nullptr, nullptr, nullptr, root}},
-      {"link with more lines", elsewhere.path(), {nullptr, nullptr, nullptr, root + "\nx\n"}},
-      {"library path", elsewhere.path(), {nullptr, nullptr, twoDirectories.c_str()}},
-  };
-  for (const Row& row : rows) {
-    SCOPED_TRACE(row.way);
-    fs::remove(elsewhere / "zanroot.link");
-    const Placed placed(row.directory, row.surroundings);
+  for (std::size_t row = 0; row < std::size(rows); ++row) {
+    SCOPED_TRACE(row);
+    const Placed placed(rows[row].first, rows[row].second);
     expectFound(installation);
   }
 }
@@ -98,10 +96,8 @@ std::string offers(const std::string& accepted = "") {
 
 TEST(DiscoveryTest, SourcesAreTriedInOrderUntilOneIsAccepted) {
   const Installation installation(who);
-  installation.write("lib/libVRDCFGAPI.so", "");
-  installation.write("lib2/libVRDCFGAPI.so", "");
-  const std::string lib = (installation / "lib").string();
-  const std::string lib2 = (installation / "lib2").string();
+  const std::string lib = installation.write("lib/libVRDCFGAPI.so", "").parent_path();
+  const std::string lib2 = installation.write("lib2/libVRDCFGAPI.so", "").parent_path();
   const std::string libraries = "/nowhere:" + lib + ":" + lib2;
   const Placed placed(installation.bin(), {"/e", "/r", libraries.c_str(), "/l\n"});
 
@@ -116,11 +112,7 @@ TEST(DiscoveryTest, SourcesAreTriedInOrderUntilOneIsAccepted) {
 TEST(DiscoveryTest, OddSourcesAreOfferedAsTheyStand) {
   const TemporaryFolder folder;
   const std::string longest(4095, 'p');
-  struct Row {
-    Surroundings surroundings;
-    std::string offered;
-  };
-  const Row rows[] = {
+  const std::pair<Surroundings, std::string> rows[] = {
       {{}, ""},
       {{""}, "exec "},
       {{nullptr, ""}, "root ./bin"},
@@ -128,38 +120,21 @@ TEST(DiscoveryTest, OddSourcesAreOfferedAsTheyStand) {
       {{nullptr, nullptr, "/nowhere:/dev"}, ""},
       {{nullptr, nullptr, nullptr, ""}, ""},
       {{nullptr, nullptr, nullptr, "\n/second\n"}, ""},
-      {{nullptr, nullptr, nullptr, "/l\r\n"}, "link /l\r/./bin"},
-      {{nullptr, nullptr, nullptr, " /l \n"}, "link  /l /./bin"},
-      {{nullptr, nullptr, nullptr, "/caf\xE9\n"}, "link /caf\xE9/./bin"},
-      {{nullptr, nullptr, nullptr, longest + "\n"}, "link " + longest + "/./bin"},
+      {{nullptr, nullptr, nullptr, "/no newline"}, "link /no newline/./bin"},
+      {{nullptr, nullptr, nullptr, " /caf\xE9 \r\n/second"}, "link  /caf\xE9 \r/./bin"},
       {{nullptr, nullptr, nullptr, longest + "q\n"}, "link " + longest + "/./bin"},
   };
-  for (const Row& row : rows) {
-    SCOPED_TRACE(row.offered.substr(0, 40));
-    fs::remove(folder / "zanroot.link");
-    const Placed placed(folder.path(), row.surroundings);
-    EXPECT_EQ(offers(), row.offered);
+  for (const auto& [surroundings, offered] : rows) {
+    const Placed placed(folder.path(), surroundings);
+    EXPECT_EQ(offers(), offered);
   }
-  fs::remove(folder / "zanroot.link");
-  fs::create_directory(folder / "zanroot.link");
   const Placed placed(folder.path(), {});
+  fs::create_directory("zanroot.link");
   EXPECT_EQ(offers(), "");
   // Opening it would wait for a writer.
-  fs::remove(folder / "zanroot.link");
+  fs::remove("zanroot.link");
   ASSERT_EQ(::mkfifo("zanroot.link", 0600), 0);
   EXPECT_EQ(offers(), "");
-}
-
-TEST(DiscoveryTest, ARefusedSourceLeadsToTheNext) {
-  const Installation installation(who);
-  const std::string root = installation.path().string();
-  const std::string file = installation.startupFile().string();
-  const std::string tooLong(5000, 'x');
-  for (const std::string& refused : {std::string(), std::string("/nowhere"), file, tooLong}) {
-    SCOPED_TRACE(refused.substr(0, 40));
-    const Placed placed("/", {refused.c_str(), root.c_str()});
-    expectFound(installation);
-  }
 }
 
 TEST(DiscoveryTest, NothingFoundIsFinal) {

@@ -10,23 +10,18 @@
 namespace {
 
 TEST(LifecycleTest, TempIsHandedOnOnce) {
-  struct Row {
-    std::string temp;      // the parameter "temp"
-    const char* expected;  // the temporary path after the first use, "before" being set before it
-  };
-  const Row rows[] = {
+  // The parameter, and the temporary path after the first use, "before" being set before it.
+  const std::pair<std::string, const char*> rows[] = {
       {parameter("temp", "/var/tmp"), "/var/tmp"},
       {"", ""},
-      {parameter("temp", ""), ""},
       {parameter("temp", "c2VjcmV0", "", "encrypted='true'"), "before"},
   };
-  for (const Row& row : rows) {
-    SCOPED_TRACE(row.temp);
-    const CurrentInstallation installation(row.temp);
+  for (const auto& [temp, expected] : rows) {
+    const CurrentInstallation installation(temp);
     startOver();
     VRDFmDir::setTempPath("before");
     store();
-    EXPECT_STREQ(VRDFmDir::getTempPath().c_str(), row.expected);
+    EXPECT_STREQ(VRDFmDir::getTempPath().c_str(), expected);
     VRDFmDir::setTempPath("since");
     store().init();
     store();

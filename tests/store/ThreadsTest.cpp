@@ -3,7 +3,6 @@
 #include <atomic>
 #include <functional>
 #include <set>
-#include <sstream>
 #include <string>
 #include <thread>
 #include <vector>
@@ -56,11 +55,10 @@ TEST(ThreadsTest, ReadersAgainstSetValueAndInit) {
     if (number == 0) {
       for (int round = 0; round < 1000; ++round) {
         store().setValue("changing", round % 2 == 0 ? "new" : "old");
-        std::istringstream text("<queryResult><g><queried><value>" +
-                                std::string(round % 2 == 0 ? "new" : "old") +
-                                "</value></queried></g></queryResult>");
-        IBJBufferedInputStream stream(text);
-        EXPECT_EQ(store().init(stream), VRDCFGAPI_NoError);
+        EXPECT_EQ(initWith("<queryResult><g><queried><value>" +
+                           std::string(round % 2 == 0 ? "new" : "old") +
+                           "</value></queried></g></queryResult>"),
+                  VRDCFGAPI_NoError);
       }
       done = true;
     }
@@ -83,12 +81,11 @@ TEST(ThreadsTest, MemoryStaysFlat) {
     for (int round = 0; round < rounds; ++round) {
       const std::string value = "<value>" + std::to_string(round % 10) + "<x/>t</value>";
       store().setValue("set", std::to_string(round % 10).c_str());
-      std::istringstream text("<queryResult><g><mixed>" + value + "</mixed><opaque opaque='true'>" +
-                              value + "</opaque><plain opaque='false'>" + value + "</plain><set>" +
-                              value + "</set></g></queryResult>");
-      IBJBufferedInputStream stream(text);
       // The last of them was set and is not replaced.
-      EXPECT_EQ(store().init(stream), VRDCFGAPI_InternalError);
+      EXPECT_EQ(initWith("<queryResult><g><mixed>" + value + "</mixed><opaque opaque='true'>" +
+                         value + "</opaque><plain opaque='false'>" + value + "</plain><set>" +
+                         value + "</set></g></queryResult>"),
+                VRDCFGAPI_InternalError);
     }
   };
   work(20);

@@ -20,11 +20,7 @@ class EnvironmentGuard {
 
  private:
   void set(const char* value) {
-    if (value != nullptr) {
-      ::setenv(m_name.c_str(), value, 1);
-    } else {
-      ::unsetenv(m_name.c_str());
-    }
+    value != nullptr ? ::setenv(m_name.c_str(), value, 1) : ::unsetenv(m_name.c_str());
   }
 
   std::string m_name;

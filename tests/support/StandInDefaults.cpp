@@ -11,8 +11,7 @@ class FlatList {
     m_list = list;
     m_flat.clear();
     for (const auto& [name, value] : m_list) {
-      m_flat.push_back(name.c_str());
-      m_flat.push_back(value.c_str());
+      m_flat.insert(m_flat.end(), {name.c_str(), value.c_str()});
     }
     m_flat.push_back("");
   }
@@ -23,20 +22,19 @@ class FlatList {
   std::vector<const char*> m_flat{""};
 };
 
-FlatList& runtimeList() {
-  static FlatList& immortal = *new FlatList;
-  return immortal;
-}
+struct Lists {
+  FlatList runtime, startup;
+};
 
-FlatList& startupList() {
-  static FlatList& immortal = *new FlatList;
+Lists& lists() {
+  static Lists& immortal = *new Lists;
   return immortal;
 }
 
 }  // namespace
 
-void StandInDefaults::setRuntime(const List& list) { runtimeList().set(list); }
-void StandInDefaults::setStartup(const List& list) { startupList().set(list); }
+void StandInDefaults::setRuntime(const List& list) { lists().runtime.set(list); }
+void StandInDefaults::setStartup(const List& list) { lists().startup.set(list); }
 
-const char* const* getruntimeDefaults() { return runtimeList().get(); }
-const char* const* getstartupDefaults() { return startupList().get(); }
+const char* const* getruntimeDefaults() { return lists().runtime.get(); }
+const char* const* getstartupDefaults() { return lists().startup.get(); }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <sstream>
 #include <string>
 
 #include "store/VRDConfiguration.h"
@@ -14,6 +15,13 @@ inline void startOver() {
 }
 
 inline VRDConfiguration& store() { return *VRDConfiguration::getInstance(); }
+
+/// Takes in @p text as query results.
+inline VRDCFGAPI_ErrorState initWith(const std::string& text) {
+  std::istringstream source(text);
+  IBJBufferedInputStream stream(source);
+  return store().init(stream);
+}
 
 /// What a text read gives, with its state.
 struct TextRead {
