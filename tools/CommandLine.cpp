@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "foundation/VRDConfigurationException.h"
+#include "tools/BuildIdentity.h"
 #include "tools/ExitStatus.h"
 #include "tools/Installation.h"
 #include "tools/NearNames.h"
@@ -141,7 +142,7 @@ void configureGlobal(CLI::App& app, Options& options) {
       ->type_size(1)
       ->allow_extra_args(false);
   app.add_flag("--json", options.json, "Answer in JSON");
-  app.set_version_flag("--version", "vrdcfg " VRDCFG_VERSION);
+  app.set_version_flag("--version", [] { return "vrdcfg " VRDCFG_VERSION "\n" + buildIdentity(); });
   app.fallthrough();
   app.footer(
       "Exit status: 0 done, 1 the answer is \"no\" or there are findings, 2 cannot run.\n"
