@@ -8,8 +8,10 @@ set(CMAKE_VISIBILITY_INLINES_HIDDEN ON)
 set(CMAKE_POSITION_INDEPENDENT_CODE ON)
 set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
 
-# Build tree and installation resolve our libraries alike: beside each other, or in ../lib of a program.
-set(CMAKE_INSTALL_RPATH "$ORIGIN" "$ORIGIN/../${CMAKE_INSTALL_LIBDIR}")
+# Installed libraries find each other beside themselves, and programs find them from their own folder.
+set(CMAKE_INSTALL_RPATH "$ORIGIN")
+file(RELATIVE_PATH VRD_LIBRARIES_FROM_PROGRAMS
+     "/prefix/${CMAKE_INSTALL_BINDIR}" "/prefix/${CMAKE_INSTALL_LIBDIR}")
 set(CMAKE_LIBRARY_OUTPUT_DIRECTORY "${PROJECT_BINARY_DIR}/lib")
 set(CMAKE_RUNTIME_OUTPUT_DIRECTORY "${PROJECT_BINARY_DIR}/bin")
 

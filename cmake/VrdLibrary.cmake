@@ -26,7 +26,10 @@ function(vrd_add_library name)
 
   add_library(${name} SHARED ${objects})
   target_link_libraries(${name} PUBLIC ${ARG_LINK} PRIVATE ${ARG_LINK_PRIVATE})
-  target_include_directories(${name} INTERFACE "$<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}>")
+  target_include_directories(${name} INTERFACE
+    "$<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}>"
+    "$<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}/vrdcfgapi>")
+  target_compile_features(${name} INTERFACE cxx_std_17)
   vrd_enforce_exports(${name} "${CMAKE_CURRENT_SOURCE_DIR}/${ARG_EXPORTS}")
 
   add_library(${name}_static STATIC ${objects})
