@@ -58,6 +58,7 @@ class VRD_EXPORT IVRDConfiguration {
 
   /// The names of all parameters, in the order of their code points.
   virtual std::list<I18NString> getParameterNames() = 0;
+  /// The text of a parameter: bare for a plain value, XML for an opaque one.
   virtual I18NString getValue(const I18NString& name, int decrypt) = 0;
   /// A copy of the value element, in a document of its own.
   virtual VRDIDOM_Element getValueElement(const I18NString& name, int decrypt) = 0;
@@ -120,6 +121,7 @@ class VRD_EXPORT IVRDConfiguration {
   /// Puts the font to use in the place of @p font; one without a mapping stays. One step only.
   /// @return @p font
   virtual I18NString& mapFont(I18NString& font) = 0;
+  /// The fonts that have one, each with the font to use instead.
   virtual std::map<I18NString, I18NString> getFontMappings() = 0;
   /// @}
 

@@ -104,12 +104,14 @@ class VRD_EXPORT I18NString {
   int find(const I18NString& what, int from) const;
   int find(wchar_t ch, int from) const;
 
+  /// @p count characters from @p pos on.
   I18NString substr(int pos, int count) const;
   /// The characters from @p first up to, not including, @p last.
   I18NString substring(int first, int last) const;
 
   I18NStringIterator begin() const { return I18NStringIterator(*this); }
 
+  /// Puts @p with, or @p repeat times @p ch, in the place of @p count characters from @p pos on.
   void replace(int pos, int count, const I18NString& with);
   /// A negative @p repeat acts as 0.
   void replace(int pos, int count, wchar_t ch, int repeat);

@@ -8,8 +8,8 @@
 ///
 /// The file is UTF-8, one entry a line: `NUMBER = TEXT`, the number in hexadecimal with "0x", the
 /// text without the blanks around it. "{0}", "{1}" and so on stand for the parameters. A line that
-/// begins with "#" is a comment. What is no entry is passed over, so that one damaged line costs one
-/// text; of two entries with one number the first counts.
+/// begins with "#" is a comment. What is no entry is passed over, so that one damaged line costs
+/// one text; of two entries with one number the first counts.
 class MessageCatalogue {
  public:
   /// Nothing unless @p file is a regular file of at most 1 MiB that can be opened.

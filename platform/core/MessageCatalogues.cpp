@@ -35,7 +35,8 @@ std::vector<std::string> messageLanguages() {
   const std::string_view locale = messageLocale();
   const std::string_view language = locale.substr(0, locale.find('_'));
   const std::string_view region = locale.substr(std::min(language.size() + 1, locale.size()));
-  // They become part of a file's name. This also leaves out "C" and "POSIX", which are no languages.
+  // They become part of a file's name. This also leaves out "C" and "POSIX", which are no
+  // languages.
   if (!language.empty() && std::all_of(language.begin(), language.end(), isLowerCase)) {
     if (!region.empty() && std::all_of(region.begin(), region.end(), isAlphanumeric)) {
       languages.emplace_back(locale);
@@ -55,8 +56,8 @@ std::filesystem::path libraryFolder() {
   return std::filesystem::canonical(library.dli_fname, error).parent_path();
 }
 
-/// The catalogues lie beside the folder of libraries, or beside the folder around it where each kind
-/// of processor has one of its own.
+/// The catalogues lie beside the folder of libraries, or beside the folder around it where each
+/// kind of processor has one of its own.
 std::string installedFolder() {
   const std::filesystem::path library = libraryFolder();
   for (const std::filesystem::path& prefix :

@@ -13,6 +13,7 @@ enum VRDSeverity : int {
 /// A throwable with a severity, an error code and messages.
 class VRD_EXPORT VRDException : public VRDThrowable, public VRDMessageSet {
  public:
+  /// Without messages.
   VRDException(VRDSeverity severity, long code);
   VRDException(const VRDException&);
   VRDException& operator=(const VRDException&);

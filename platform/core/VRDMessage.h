@@ -57,6 +57,8 @@ class VRD_EXPORT VRDMessageComponents : public VRDMessageBase {
 /// in English; the locale that the process has set does not matter.
 class VRD_EXPORT VRDMessage : public VRDMessageComponents {
  public:
+  /// Without parameters. Nothing is looked up before `getText`.
+  /// @param catalogue a name, not a path
   VRDMessage(const I18NString& catalogue, unsigned long number);
   VRDMessage(const VRDMessage&) = default;
   VRDMessage& operator=(const VRDMessage&) = default;

@@ -14,6 +14,7 @@ class VRD_EXPORT VRDIDOM_DOMImplementation {
   /// Ends one use begun by `initialize`. Documents that still have handles stay usable.
   static void terminate();
 
+  /// The one factory; any thread may use it.
   static VRDIDOM_DOMImplementation getInstance();
 
   /// A new document without a root.

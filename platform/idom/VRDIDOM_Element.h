@@ -21,7 +21,9 @@ class VRD_EXPORT VRDIDOM_Element : public VRDIDOM_Node {
 
   /// The value of the attribute of that qualified name; an empty text if it is absent.
   I18NString getAttribute(const I18NString& name);
+  /// Puts the same into @p out.
   void getAttribute(const I18NString& name, I18NString& out);
+  /// 1 or 0.
   int hasAttribute(const I18NString& name);
   /// The attribute itself; null if it is absent.
   VRDIDOM_Attr getAttributeNode(const I18NString& name);
@@ -35,8 +37,13 @@ class VRD_EXPORT VRDIDOM_Element : public VRDIDOM_Node {
   /// Removes all of them.
   void removeAttributes();
 
+  /// The same by namespace and local name. An empty @p namespaceUri means none. An attribute that
+  /// was set by its qualified name alone has no local name and is not found.
   I18NString getAttributeNS(const I18NString& namespaceUri, const I18NString& localName);
   int hasAttributeNS(const I18NString& namespaceUri, const I18NString& localName);
+  /// Sets the attribute, under the prefix of @p qualifiedName. Its place is that of the attribute
+  /// of that namespace and local name, and of a plain one of that qualified name. A name that no
+  /// attribute can have in that namespace is refused.
   void setAttributeNS(const I18NString& namespaceUri, const I18NString& qualifiedName,
                       const I18NString& value);
 

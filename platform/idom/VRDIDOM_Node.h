@@ -56,6 +56,7 @@ class VRD_EXPORT VRDIDOM_Node {
   short getNodeType();
   /// The qualified name, prefix included.
   I18NString getNodeName();
+  /// The name without its prefix.
   I18NString getLocalName();
   /// The namespace, or an empty text.
   I18NString getNamespaceURI();
@@ -76,6 +77,7 @@ class VRD_EXPORT VRDIDOM_Node {
   /// order, and children in theirs.
   int isEqualNode(VRDIDOM_Node other);
 
+  /// These three give null where there is no such node.
   VRDIDOM_Node getParentNode();
   VRDIDOM_Node getFirstChild();
   VRDIDOM_Node getNextSibling();
