@@ -5,14 +5,7 @@
 #include <string>
 #include <string_view>
 
-/// What stands for a character that the target encoding does not have.
-enum class Unencodable {
-  Substitute,    ///< The encoding's substitution character.
-  XmlReference,  ///< "&#x20AC;", in the encoding. For texts without odd bytes.
-};
-
-/// "&#x20AC;". Allocates nothing.
-std::string xmlReference(char32_t character) noexcept;
+#include "platform/core/Unencodable.h"
 
 /// One encoding, to and from UTF-8 with odd bytes (see Utf.h). Belongs to one thread at a time.
 class EncodingCodec {
@@ -36,18 +29,4 @@ class EncodingCodec {
 
   /// An odd byte comes out as that byte, and as its code value in UTF-16 and UTF-32.
   virtual std::string encode(std::string_view utf8, Unencodable policy) = 0;
-};
-
-/// A text in an encoding other than UTF-8, ended by a NUL of full width.
-class EncodedText {
- public:
-  EncodedText(const char* encoding, std::string_view utf8);
-
-  const char* data() const { return m_bytes.data(); }
-  std::size_t size() const { return m_bytes.size() - m_unitWidth; }
-  std::size_t sizeWithNul() const { return m_bytes.size(); }
-
- private:
-  std::size_t m_unitWidth;
-  std::string m_bytes;
 };

@@ -6,24 +6,19 @@
 #include <string>
 #include <string_view>
 
+#include "platform/core/AsciiCase.h"
 #include "platform/core/IcuText.h"
 #include "platform/core/LocaleServices.h"
+#include "platform/core/Utf.h"
 
 namespace {
 
-bool isAscii(std::string_view text) {
-  return std::all_of(text.begin(), text.end(),
-                     [](char ch) { return static_cast<unsigned char>(ch) < 0x80; });
-}
-
-bool isUpper(char ch) { return ch >= 'A' && ch <= 'Z'; }
-
-char lower(char ch) { return isUpper(ch) ? static_cast<char>(ch - 'A' + 'a') : ch; }
+bool isAscii(std::string_view text) { return utf::asciiRun(text, 0) == text.size(); }
 
 void lowerAscii(I18NString& text) {
   std::string bytes(text.utf8());
-  if (std::none_of(bytes.begin(), bytes.end(), isUpper)) return;
-  std::transform(bytes.begin(), bytes.end(), bytes.begin(), lower);
+  if (std::none_of(bytes.begin(), bytes.end(), isAsciiUpper)) return;
+  std::transform(bytes.begin(), bytes.end(), bytes.begin(), asciiLower);
   text = I18NString(bytes);
 }
 
@@ -39,6 +34,7 @@ I18NLocale::~I18NLocale() = default;
 
 int I18NLocale::compareIgnoreCase(const I18NString& a, const I18NString& b) const {
   if (a == b) return 0;
+  // By folding, not by lowering both: of "STRASSE" and "straße" only the folded forms are equal.
   const std::uint32_t folding =
       m_services->hasCommonI() ? U_FOLD_CASE_DEFAULT : U_FOLD_CASE_EXCLUDE_SPECIAL_I;
   return toIcu(a).caseCompare(toIcu(b), folding);
@@ -46,6 +42,7 @@ int I18NLocale::compareIgnoreCase(const I18NString& a, const I18NString& b) cons
 
 void I18NLocale::toLower(I18NString& text) const {
   if (m_services->hasCommonI() && isAscii(text.utf8())) {
+    // Nearly every code and name that comes here. The way through ICU costs four copies.
     lowerAscii(text);
   } else {
     text = fromIcu(toIcu(text).toLower(m_services->caseLocale()));

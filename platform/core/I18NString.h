@@ -38,8 +38,8 @@ VRD_EXPORT char* VRDI18NStringAllocator(void* allocatorArg, char* buffer, int si
 /// **Bounds.** A position beyond the end acts as the end; a negative position acts as 0; a negative
 /// count, or one that reaches beyond the end, acts as "up to the end".
 ///
-/// **Failures.** A text beyond INT_MAX bytes throws `std::length_error`. An operation that throws,
-/// for this or for want of memory, leaves the string as it was.
+/// **Failures.** A text beyond INT_MAX bytes throws `std::length_error`, and want of memory
+/// `std::bad_alloc`. An operation that throws leaves the string as it was.
 ///
 /// **Order.** `operator<` orders by code point, in agreement with `operator==`.
 ///
@@ -155,7 +155,11 @@ class VRD_EXPORT I18NString {
   void measure();
 
   const EncodedForm& encodedForm(const char* encoding) const;
-  void dropEncodedForms() noexcept;
+  void freeEncodedForms() noexcept;
+  // Looked at first, since freeing costs an exchange and nearly no string has forms.
+  void dropEncodedForms() noexcept {
+    if (m_encodedForms.load(std::memory_order_relaxed) != nullptr) freeEncodedForms();
+  }
 
   std::string m_bytes;  // UTF-8, with odd bytes as they came; at most INT_MAX of them
   int m_length = 0;     // in characters; as many as there are bytes means ASCII, or odd bytes

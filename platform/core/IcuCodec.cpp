@@ -10,6 +10,7 @@
 #include <utility>
 
 #include "platform/core/Utf.h"
+#include "platform/core/Utf16.h"
 
 namespace {
 

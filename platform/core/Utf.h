@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-/// UTF-8, the form that texts have inside, and its way to and from UTF-16.
+/// UTF-8, the form that texts have inside.
 ///
 /// A byte at which no valid sequence begins is *odd*. It counts as one character, U+DC00 plus the
 /// byte, which lies in U+DC80 to U+DCFF; nothing valid decodes to that range, so the bytes can
@@ -17,6 +17,12 @@
 namespace utf {
 
 inline constexpr char32_t replacementCharacter = 0xFFFD;
+
+// `char` is signed on some machines and not on others; these two mean the same on all of them.
+constexpr bool isAscii(char byte) { return static_cast<signed char>(byte) >= 0; }
+constexpr unsigned char byteAt(std::string_view bytes, std::size_t offset) {
+  return static_cast<unsigned char>(bytes[offset]);
+}
 
 constexpr bool isOdd(char32_t character) { return character >= 0xDC80 && character <= 0xDCFF; }
 constexpr char32_t oddCharacter(char byte) { return 0xDC00U + static_cast<unsigned char>(byte); }
@@ -66,20 +72,13 @@ std::size_t find(std::string_view bytes, std::string_view what, std::size_t offs
 /// Whether @p left comes before @p right by code points.
 bool isLess(std::string_view left, std::string_view right) noexcept;
 
+/// Writes a character that is `holdable`, in at most 4 bytes; gives their number.
+std::size_t write(char* out, char32_t character) noexcept;
+
 /// Appends a character that is `holdable`.
 void append(std::string& out, char32_t character);
 
 /// @p bytes with every odd byte made U+FFFD.
 std::string withoutOddBytes(std::string_view bytes);
-
-/// Appends @p text. A lone surrogate in U+DC80 to U+DCFF is an odd byte; any other is U+FFFD.
-/// @return the extent of what was appended, taken by itself
-Extent appendUtf16(std::string& out, std::u16string_view text);
-
-/// An odd byte becomes the lone surrogate of its character.
-std::u16string toUtf16(std::string_view bytes);
-
-/// Whether `appendUtf16` of @p text would make exactly @p bytes.
-bool equalsUtf16(std::string_view bytes, std::u16string_view text) noexcept;
 
 }  // namespace utf
