@@ -1,18 +1,23 @@
 #include "platform/core/LocaleServices.h"
 
+#include <unicode/uloc.h>
 #include <unicode/ures.h>
 
 #include <algorithm>
 #include <cstring>
+#include <new>
 #include <string_view>
 
 #include "platform/core/IcuText.h"
 
 namespace {
 
-constexpr std::size_t longestName = 156;
+/// ICU works on names in buffers of this size and cuts or refuses longer ones.
+constexpr std::size_t longestName = ULOC_FULLNAME_CAPACITY - 1;
 
 /// Whether ICU can be asked about the name. Others would be taken for paths of resource files.
+/// Blanks and whatever else gets in by mistake are refused as well: ICU would make a locale of them
+/// whose name depends on where it stopped reading.
 bool isLocaleName(std::string_view name) {
   return name.size() <= longestName && std::all_of(name.begin(), name.end(), [](char ch) {
            return (ch >= 'a' && ch <= 'z') || (ch >= 'A' && ch <= 'Z') ||
@@ -20,23 +25,27 @@ bool isLocaleName(std::string_view name) {
          });
 }
 
-/// An unknown language would be shown in that of the process.
+/// ICU shows an unknown language in that of the process. So what a server answers would depend on
+/// who started it; opening the resources is the one way to be told beforehand.
 bool hasDisplayNames(const icu::Locale& locale) {
   UErrorCode status = U_ZERO_ERROR;
   ures_close(ures_open(nullptr, locale.getName(), &status));
   return U_SUCCESS(status) && status != U_USING_DEFAULT_WARNING;
 }
 
+/// In Turkish and Azerbaijani "I" is the capital of a dotless letter, and "i" has a dotted capital.
 bool hasOwnI(const icu::Locale& locale) {
   return std::strcmp(locale.getLanguage(), "tr") == 0 ||
          std::strcmp(locale.getLanguage(), "az") == 0;
 }
 
+/// Null for any failure but want of memory: that passes, so it is thrown and not kept.
 template <class Service>
 std::unique_ptr<const Service> makeService(Service* (*create)(const icu::Locale&, UErrorCode&),
                                            const icu::Locale& locale) {
   UErrorCode status = U_ZERO_ERROR;
   std::unique_ptr<const Service> service(create(locale, status));
+  if (status == U_MEMORY_ALLOCATION_ERROR) throw std::bad_alloc();
   if (U_FAILURE(status)) service.reset();
   return service;
 }
@@ -56,6 +65,7 @@ LocaleServices::LocaleServices(const char* name)
   m_commonI = !hasOwnI(m_locale);
 }
 
+// Never destroyed: an exit handler may still compare names.
 const std::shared_ptr<const LocaleServices>& LocaleServices::ofDefault() {
   static const auto& services =
       *new const std::shared_ptr<const LocaleServices>(std::make_shared<LocaleServices>());
@@ -63,10 +73,14 @@ const std::shared_ptr<const LocaleServices>& LocaleServices::ofDefault() {
 }
 
 I18NString LocaleServices::nameIn(const LocaleServices& display) const {
+  // The name as given tells a person more than the "Unknown language" that the root would show.
   if (!m_known) return I18NString(m_name);
   icu::UnicodeString name;
   return fromIcu(m_locale.getDisplayName(display.displayLocale(), name));
 }
+
+// What follows is made when it is first asked for. Most locales are only ever a code whose name is
+// wanted, and the three cost from some microseconds to some milliseconds.
 
 const icu::Locale& LocaleServices::displayLocale() const {
   std::call_once(m_displayLocaleOnce, [this] {

@@ -11,10 +11,12 @@
 #include "platform/core/I18NString.h"
 
 /// What the copies of one `I18NLocale` share. Costly parts are made when they are first asked for.
+/// Any number of threads may use one object.
 class LocaleServices {
  public:
   /// The default locale.
   LocaleServices();
+  /// Takes any name; one that ICU cannot be asked about has the rules of case of the root locale.
   explicit LocaleServices(const char* name);
 
   /// Of the default locale: made once, never freed.
@@ -30,8 +32,9 @@ class LocaleServices {
 
   /// The language that names are shown in: this one or, where it is not known, English.
   const icu::Locale& displayLocale() const;
-  /// Names of time zones in that language, and offsets in its way of writing them. Null if there is
-  /// no memory for them.
+  /// Names of time zones in that language, and offsets in its way of writing them. Null if ICU has
+  /// no data for them at all; throws `std::bad_alloc` if there is no memory, and can be asked
+  /// again.
   const icu::TimeZoneNames* timeZoneNames() const;
   const icu::TimeZoneFormat* timeZoneFormat() const;
 
