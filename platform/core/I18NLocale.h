@@ -13,7 +13,8 @@ class LocaleServices;
 /// not count. One that they do not know is no failure: its own name is the name as given, case
 /// follows the rules for all languages, and names are shown in English.
 ///
-/// Nothing depends on the locale of the process.
+/// Nothing depends on the locale of the process. Throws only what `I18NString` does, and
+/// then a text to be changed stays as it was.
 ///
 /// A value; copies share what was worked out for the locale. Any number of threads may use one
 /// object and its copies.

@@ -31,6 +31,7 @@ const char16_t* findName(const std::u16string& code, const icu::Locale& locale, 
 I18NString I18NNumericFormat::getCurrencyDescription(const I18NString& code,
                                                      const I18NLocale* inLocale) {
   const std::u16string units = code.toUtf16();
+  // As it was given: what is no currency to ICU may mean something to the client.
   if (!isCurrencyCode(units)) return code;
   const LocaleServices& services =
       inLocale == nullptr ? *LocaleServices::ofDefault() : *inLocale->m_services;

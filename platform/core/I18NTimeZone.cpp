@@ -41,6 +41,7 @@ icu::UnicodeString offsetText(const icu::UnicodeString& id, const icu::TimeZoneF
   UErrorCode status = U_ZERO_ERROR;
   const std::unique_ptr<icu::TimeZone> zone(icu::TimeZone::createTimeZone(id));
   if (zone && format != nullptr) {
+    // Without daylight saving, as names are those of standard time.
     format->formatOffsetLocalizedGMT(zone->getRawOffset(), text, status);
   }
   return text;
@@ -60,6 +61,7 @@ std::vector<I18NTimeZone> makeAvailable() {
 
 I18NTimeZone::I18NTimeZone(const I18NString& id) : m_id(id) {}
 
+// Never freed, since callers hold its address for as long as they like.
 const I18NTimeZone* I18NTimeZone::getAvailableTimeZones(int& count) {
   static const auto& zones = *new const std::vector<I18NTimeZone>(makeAvailable());
   count = static_cast<int>(zones.size());

@@ -5,7 +5,7 @@
 #include "platform/core/VRDExport.h"
 
 /// A time zone, named by its id, such as "Europe/Paris". A value; any number of threads may read
-/// one object.
+/// one object. Throws only what `I18NString` does.
 class VRD_EXPORT I18NTimeZone {
  public:
   /// Any id is taken; case counts. One that nobody knows is shown as Greenwich Mean Time is.

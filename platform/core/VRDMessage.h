@@ -8,6 +8,7 @@
 #include "platform/core/VRDExport.h"
 
 /// Anything that can be added to a `VRDMessageSet`. The set keeps a copy of it.
+/// Messages are values: any number of threads may read one, a change needs it to itself.
 class VRD_EXPORT VRDMessageBase {
  public:
   virtual ~VRDMessageBase();
@@ -54,7 +55,8 @@ class VRD_EXPORT VRDMessageComponents : public VRDMessageBase {
 
 /// One message of a catalogue, named by the catalogue and a number. Its text comes from the files
 /// that were installed with the library, in the language that LC_ALL, LC_MESSAGES or LANG names, or
-/// in English; the locale that the process has set does not matter.
+/// in English; the locale that the process has set does not matter. Any pair of catalogue and
+/// number is taken: whether there is such a message shows when its text is asked for.
 class VRD_EXPORT VRDMessage : public VRDMessageComponents {
  public:
   /// Without parameters. Nothing is looked up before `getText`.

@@ -7,7 +7,8 @@
 #include "platform/core/VRDExport.h"
 #include "platform/core/VRDMessage.h"
 
-/// An ordered set of messages. Copies are deep.
+/// An ordered set of messages, which it owns. Copies are deep. An object belongs to one thread at a
+/// time.
 class VRD_EXPORT VRDMessageSet {
  public:
   VRDMessageSet();
@@ -15,7 +16,8 @@ class VRD_EXPORT VRDMessageSet {
   VRDMessageSet& operator=(const VRDMessageSet& source);
   virtual ~VRDMessageSet();
 
-  /// Appends a copy: @p message may end right after the call.
+  /// Appends a copy: @p message may end right after the call. If that finds no memory, the set
+  /// stays as it was.
   void addMessage(const VRDMessageBase& message);
 
   std::size_t getMessageCount() const { return m_messages.size(); }
