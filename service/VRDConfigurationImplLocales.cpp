@@ -39,7 +39,16 @@ I18NString currentCode(const I18NString& locale) {
   return locale;
 }
 
-/// What the mapping has for @p locale, from the closest entry to the widest.
+// The locale to use for another, from the closest to the widest:
+//   1. the entry of the locale itself
+//   2. where it has no "-", the entry of the whole as a pattern: "fr-*" for "fr"
+//   3. the entry of its language as a pattern: "en-*" for "en-ca"
+//   4. the entry "*"
+//   5. the server locale, as much of it as the family takes; it needs no entry
+//   6. none: an exception
+// A text too short to be a locale has none from the start, whatever entries there are.
+
+/// Steps 1 to 4.
 std::optional<I18NString> findMapping(const VRDConfigurationImpl::TextMap& mapping,
                                       I18NString locale) {
   const auto find = [&](const I18NString& key) -> std::optional<I18NString> {
@@ -48,12 +57,12 @@ std::optional<I18NString> findMapping(const VRDConfigurationImpl::TextMap& mappi
   };
   // 1. The locale itself.
   if (auto found = find(locale)) return found;
-  // 2. A bare language, or what was given for one, as a pattern.
+  // 2. The whole as a pattern.
   if (locale.find(L'-', 0) < 0) {
     locale += "-*";
     if (auto found = find(locale)) return found;
   }
-  // 3. The language of the locale as a pattern.
+  // 3. The language as a pattern: for a bare language the key of step 2 once more.
   if (auto found = find(locale.substr(0, 3) + "*")) return found;
   // 4. Everything.
   return find("*");
@@ -127,9 +136,11 @@ I18NString VRDConfigurationImpl::mapLocale(const LocaleFamily& family, const I18
   });
   if (mapped) return *mapped;
 
+  // 5. The server locale.
   const int decrypt = 1;
   I18NString serverLocale = getValue("serverLocale", decrypt);
   normalizeLocaleHelper(serverLocale);
+  // 6. None. The message names the locale as the caller wrote it, not as it was looked up.
   if (serverLocale.length() < 2) raiseUnmapped(locale);
   return serverLocale.substr(0, family.serverLocaleLength);
 }

@@ -1,5 +1,8 @@
 // Unit VRDConfigurationImpl: codes with their names in the language of the caller's choice.
 
+#include <optional>
+#include <utility>
+
 #include "platform/core/I18NLibrary.h"
 #include "platform/core/I18NNumericFormat.h"
 #include "platform/core/I18NTimeZone.h"
@@ -42,20 +45,20 @@ I18NLocale localeOf(const I18NString& code) {
   return I18NLocale(code.c_str(I18NGetPlatformDefaultEncoding()));
 }
 
-I18NString nameOf(const I18NString& code, CodeKind kind, I18NLocale& displayLocale) {
+/// None for a kind that nobody knows: a list of such codes has no entries.
+std::optional<I18NString> nameOf(const I18NString& code, CodeKind kind, I18NLocale& displayLocale) {
   I18NString name;
   switch (kind) {
     case CodeKind::Locale:
       localeOf(code).getDisplayName(name, displayLocale);
-      break;
+      return name;
     case CodeKind::TimeZone:
       I18NTimeZone(code).getDisplayName(name, displayLocale);
-      break;
+      return name;
     case CodeKind::Currency:
-      name = I18NNumericFormat::getCurrencyDescription(code, &displayLocale);
-      break;
+      return I18NNumericFormat::getCurrencyDescription(code, &displayLocale);
   }
-  return name;
+  return std::nullopt;
 }
 
 }  // namespace
@@ -67,7 +70,10 @@ std::shared_ptr<const VRDConfigurationImpl::TextMap> VRDConfigurationImpl::getLi
 
   const auto names = std::make_shared<TextMap>();
   I18NLocale displayLocale = localeOf(locale);
-  for (const I18NString& code : *list) names->emplace(code, nameOf(code, kind, displayLocale));
+  for (const I18NString& code : *list) {
+    std::optional<I18NString> name = nameOf(code, kind, displayLocale);
+    if (name) names->emplace(code, std::move(*name));
+  }
   cache->emplace(locale, names);
   return names;
 }
