@@ -1,64 +1,45 @@
-#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "service/VRDConfigurationImpl.h"
 #include "tests/service/Service.h"
 
 // Registered twice with CTest: once more in the Turkish world, with the same results.
 
 namespace {
 
-using Operation = int (IVRDConfiguration::*)(const I18NString&);
-using Mapping = I18NString (IVRDConfiguration::*)(const I18NString&, int);
-
 /// The two families, which behave alike but for how much of the server locale they take.
 struct Family {
-  const char* name;
   const char* supported;
   const char* mapping;
-  Operation validate;
-  Mapping map;
+  int (IVRDConfiguration::*validate)(const I18NString&);
+  I18NString (IVRDConfiguration::*map)(const I18NString&, int);
   const char* serverLocale;  // what "fr_CA.UTF-8" comes to
 };
 
 const Family families[] = {
-    {"product", "supportedProductLocales", "productLocaleMap",
-     &IVRDConfiguration::validateProductLocale, &IVRDConfiguration::mapProductLocale, "fr"},
-    {"content", "supportedContentLocales", "contentLocaleMap",
-     &IVRDConfiguration::validateContentLocale, &IVRDConfiguration::mapContentLocale, "fr-ca"},
+    {"supportedProductLocales", "productLocaleMap", &IVRDConfiguration::validateProductLocale,
+     &IVRDConfiguration::mapProductLocale, "fr"},
+    {"supportedContentLocales", "contentLocaleMap", &IVRDConfiguration::validateContentLocale,
+     &IVRDConfiguration::mapContentLocale, "fr-ca"},
 };
-
-std::string section(const char* name, const std::string& entries) {
-  return "<" + std::string(name) + ">" + entries + "</" + name + ">";
-}
-
-std::string supported(const std::string& codes) {
-  std::istringstream words(codes);
-  std::string entries;
-  for (std::string code; words >> code;) entries += "<locale id='" + code + "'/>";
-  return entries;
-}
 
 /// A mapping in which each key has itself as its value, so that a result tells which key was found.
 std::string mapping(const std::string& keys) {
   std::istringstream words(keys);
   std::string entries;
-  for (std::string key; words >> key;) {
-    entries += "<localeMap key='" + key + "' value='" + key + "'/>";
-  }
+  for (std::string key; words >> key;) entries += pairs(key + "=" + key);
   return entries;
 }
 
-/// Runs @p work for each family on a service whose tables of that family alone are filled.
+/// Runs @p work for each family on a service with tables of these codes and keys.
 template <class Work>
 void forEachFamily(const std::string& codes, const std::string& keys, Work work,
                    const std::string& parameters = "") {
-  const ServiceInstallation installation(parameters);
   for (const Family& family : families) {
-    SCOPED_TRACE(family.name);
-    installation.setLocales(section(family.supported, supported(codes)) +
-                            section(family.mapping, mapping(keys)));
+    SCOPED_TRACE(family.mapping);
+    const ServiceInstallation installation(parameters);
     const PrivateService service;
+    initWith(*service,
+             queried(family.supported, items(codes)) + queried(family.mapping, mapping(keys)));
     work(*service, family);
   }
 }
@@ -66,67 +47,49 @@ void forEachFamily(const std::string& codes, const std::string& keys, Work work,
 }  // namespace
 
 TEST(ServiceLocales, AreNormalised) {
-  struct {
-    const char* given;
-    const char* canonical;
-  } const cases[] = {
-      {" EN_us ", "en-us"},    {"fr_CA_EURO", "fr-ca"},
-      {"zh-Hant-TW", "zh-ha"}, {"", ""},
-      {" Fr_ca ", "fr-ca"},    {"fr-CA-x", "fr-ca"},
-      {"a_b_c", "a-b-c"},      {"ab_cd_ef", "ab-cd"},
-      {"   en-us", "en-us"},   {"   ", ""},
-      {"\tEN", "\ten"},        {"_____", "-----"},
-      {"FI-IN", "fi-in"},      {"*", "*"},
-      {"ÄÖÜÄÖÜ", "äöüäö"},     {"abcd__", "abcd-"},
-      {" e n ", "e n"},        {"I\xFF_", "i\xFF-"},
+  const std::pair<const char*, const char*> cases[] = {
+      {" EN_us ", "en-us"},  {"fr_CA_EURO", "fr-ca"}, {"zh-Hant-TW", "zh-ha"}, {"", ""},
+      {" Fr_ca ", "fr-ca"},  {"fr-CA-x", "fr-ca"},    {"a_b_c", "a-b-c"},      {"   ", ""},
+      {"ab_cd_ef", "ab-cd"}, {"   en-us", "en-us"},   {"\tEN", "\ten"},        {"*", "*"},
+      {"FI-IN", "fi-in"},    {"ÄÖÜÄÖÜ", "äöüäö"},     {" e n ", "e n"},        {"I\xFF_", "i\xFF-"},
   };
   const ServiceInstallation installation;
   const PrivateService service;
-  for (const auto& row : cases) {
-    EXPECT_STREQ(service->normalizeLocale(row.given).c_str(), row.canonical) << row.given;
+  for (const auto& [given, canonical] : cases) {
+    EXPECT_STREQ(service->normalizeLocale(given).c_str(), canonical) << given;
   }
 }
 
-TEST(ServiceLocales, HaveOneShape) {
-  for (const char* locale : {"en", "en-us", "zz", "in-id"}) {
-    EXPECT_EQ(VRDConfigurationImpl::validateLocaleHelper(locale), 1) << locale;
+TEST(ServiceLocales, OfAnotherShapeAreRefusedBeforeAnyTableIsTouched) {
+  const ServiceInstallation installation;  // without a locale document
+  const PrivateService service;
+  for (const Family& family : families) {
+    for (const char* locale :
+         {"",       "e",     "EN", "eN", "en_us", "en-", "eng",  "fr-*", "en-u1", "en-US",
+          "en-usa", "-en-u", "{{", "``", "é",     "éé",  "en-é", "*",    "en us", "\xFF\xFF"}) {
+      EXPECT_EQ(((*service).*family.validate)(locale), 0) << locale;
+    }
   }
-  for (const char* locale :
-       {"",       "e",     "EN", "eN", "en_us", "en-", "eng",  "fr-*", "en-u1", "en-US",
-        "en-usa", "-en-u", "{{", "``", "é",     "éé",  "en-é", "*",    "en us", "\xFF\xFF"}) {
-    EXPECT_EQ(VRDConfigurationImpl::validateLocaleHelper(locale), 0) << locale;
-  }
+  EXPECT_EQ(stateOf([&] { service->validateProductLocale("en"); }), VRDCFGAPI_LocaleFileMissing);
 }
 
+// Old codes are looked for under their new names, and not the other way round.
 TEST(ServiceLocales, AreSupportedIfListed) {
   struct {
     const char* listed;
-    const char* locale;
-    int supported;
+    std::vector<const char*> supported;
+    std::vector<const char*> others;
   } const cases[] = {
-      {"en de-at", "de-at", 1},
-      {"en de-at", "de", 0},
-      {"EN", "en", 0},
-      {"", "en", 0},
-      // Old codes are looked for under their new names, and not the other way round.
-      {"he", "iw", 1},
-      {"iw", "iw", 0},
-      {"iw", "he", 0},
-      {"he", "he", 1},
-      {"id", "in", 1},
-      {"in", "in", 0},
-      {"in", "id", 0},
-      {"id", "id", 1},
-      {"he-il", "iw-il", 1},
-      {"iw-il", "iw-il", 0},
-      {"id-id", "in-id", 1},
-      {"in-id", "in-id", 0},
-      {"iw-us", "iw-us", 1},
+      {"en de-at EN-us iw-us", {"en", "de-at", "iw-us"}, {"de", "en-us", "zz"}},
+      {"he id-id", {"iw", "he", "in-id", "id-id"}, {"in", "id", "iw-il", "he-il"}},
+      {"id he-il", {"in", "id", "iw-il", "he-il"}, {"iw", "he", "in-id", "id-id"}},
+      {"in iw in-id iw-il", {}, {"in", "id", "iw", "he", "in-id", "id-id", "iw-il", "he-il"}},
   };
   for (const auto& row : cases) {
     forEachFamily(row.listed, "", [&](IVRDConfiguration& service, const Family& family) {
-      EXPECT_EQ((service.*family.validate)(row.locale), row.supported)
-          << row.locale << " in " << row.listed;
+      const auto answer = [&](const char* locale) { return (service.*family.validate)(locale); };
+      for (const char* locale : row.supported) EXPECT_EQ(answer(locale), 1) << locale;
+      for (const char* locale : row.others) EXPECT_EQ(answer(locale), 0) << locale;
     });
   }
 }
@@ -152,51 +115,48 @@ TEST(ServiceLocales, AreMappedByTheClosestKey) {
   };
   const char* const decoys = " e - -* e-* EN-us FI fi* en* en_us";
   for (const auto& row : cases) {
-    for (std::size_t first = 0; first < row.keys.size(); ++first) {
+    for (auto first = row.keys.begin(); first != row.keys.end(); ++first) {
       std::string keys;
-      for (std::size_t key = first; key < row.keys.size(); ++key) keys += row.keys[key] + " ";
+      for (auto key = first; key != row.keys.end(); ++key) keys += *key + " ";
       forEachFamily("", keys + decoys, [&](IVRDConfiguration& service, const Family& family) {
-        EXPECT_EQ((service.*family.map)(row.locale, row.normalize), row.keys[first].c_str())
+        EXPECT_EQ((service.*family.map)(row.locale, row.normalize), first->c_str())
             << row.locale << " in " << keys;
       });
     }
   }
 }
 
-TEST(ServiceLocales, WithoutAMappingTheServerLocaleStandsIn) {
-  forEachFamily(
-      "", "",
-      [](IVRDConfiguration& service, const Family& family) {
-        EXPECT_EQ((service.*family.map)("de", 1), family.serverLocale);
-      },
-      parameter("serverLocale", " fr_CA.UTF-8"));
-  // Anything in the table goes before it, also an empty text.
-  const ServiceInstallation installation;
-  installation.setLocales("<productLocaleMap><localeMap key='*'/></productLocaleMap>");
-  const PrivateService service;
-  EXPECT_EQ(service->mapProductLocale("de", 1), "");
+TEST(ServiceLocales, WithoutAKeyTheServerLocaleStandsIn) {
+  const auto expectStandIn = [](IVRDConfiguration& service, const Family& family) {
+    EXPECT_EQ((service.*family.map)("de", 1), family.serverLocale);
+    initWith(service, queried(family.mapping, pairs("*=")));
+    EXPECT_EQ((service.*family.map)("de", 1), "") << "an empty value is one all the same";
+  };
+  forEachFamily("", "", expectStandIn, parameter("serverLocale", " fr_CA.UTF-8"));
 }
 
-TEST(ServiceLocales, WhatCannotBeMappedIsTold) {
-  const auto expectUnmapped = [](IVRDConfiguration& service, const Family& family,
-                                 const char* locale) {
-    try {
-      (service.*family.map)(locale, 1);
-      ADD_FAILURE() << locale;
-    } catch (const VRDConfigurationException& error) {
-      EXPECT_EQ(error.getCode(), VRDCFGAPI_LocaleUnmapped);
-      ASSERT_EQ(error.getMessageCount(), 1U);
-      const auto& message = dynamic_cast<const VRDMessage&>(error.getMessageAt(0));
-      EXPECT_EQ(message.getNumber(), 0x610B54C9U);
-      ASSERT_EQ(message.getParmCount(), 1U);
-      EXPECT_EQ(message.getParmAt(0).getText(), locale) << "as it was given";
-    }
+TEST(ServiceLocales, WhatCannotBeMappedIsToldAsItWasGiven) {
+  struct {
+    const char* locale;
+    const char* keys;
+    const char* serverLocale;
+  } const cases[] = {
+      // Too short to be a locale: neither the catch-all nor the server locale is asked.
+      {"", "* x", "fr"},    {"x", "* x", "fr"},  {"*", "* x", "fr"},
+      {" X ", "* x", "fr"}, {"De_AT", "en", ""}, {"De_AT", "en", " f "},
   };
-  // Too short to be a locale: not even the catch-all is asked.
-  forEachFamily("", "* x", [&](IVRDConfiguration& service, const Family& family) {
-    for (const char* locale : {"", "x", "*", " X "}) expectUnmapped(service, family, locale);
-  });
-  forEachFamily("", "", [&](IVRDConfiguration& service, const Family& family) {
-    expectUnmapped(service, family, "De_AT");
-  });
+  for (const auto& row : cases) {
+    const auto expectUnmapped = [&](IVRDConfiguration& service, const Family& family) {
+      try {
+        (service.*family.map)(row.locale, 1);
+        ADD_FAILURE() << row.locale;
+      } catch (const VRDConfigurationException& error) {
+        EXPECT_EQ(error.getCode(), VRDCFGAPI_LocaleUnmapped);
+        const auto& message = dynamic_cast<const VRDMessage&>(error.getMessageAt(0));
+        EXPECT_EQ(message.getNumber(), 0x610B54C9U);
+        EXPECT_EQ(message.getParmAt(0).getText(), row.locale);
+      }
+    };
+    forEachFamily("", row.keys, expectUnmapped, parameter("serverLocale", row.serverLocale));
+  }
 }
