@@ -230,6 +230,8 @@ TEST(Handle, ATreeEqualsItsCopiesAndNoOther) {
     }
   }
   EXPECT_TRUE(parsedRoot("<a b='1' c='2'/>").isEqualNode(parsedRoot("<a c='2' b='1'/>")));
+  VRDIDOM_Document document = newDocument();
+  EXPECT_FALSE(document.createElementNS("u", "a").isEqualNode(document.createElementNS("v", "a")));
 
   VRDIDOM_Element source = parsedRoot("<s xmlns='v' k='1'><b/></s>");
   EXPECT_EQ(written(newDocument().importNode(source, 0)), "<s k=\"1\" xmlns=\"v\"/>");
@@ -267,9 +269,13 @@ std::string walkOver(VRDIDOM_Document document, unsigned long whatToShow) {
 
 // What is not shown is looked through.
 TEST(TreeWalker, StopsAtTheTypesAskedForOnly) {
-  VRDIDOM_Document document = parsed("<r>1<a>2<b>3</b></a>4<c/><d><e/></d></r>");
+  VRDIDOM_Document document = parsed("<r>1<a>2<b>3</b> </a>4<c/><d><e/></d></r>");
   EXPECT_EQ(walkOver(document, 1), "acd");
-  EXPECT_EQ(walkOver(document, 4), "1234");
+  EXPECT_EQ(walkOver(document, 4), "123 4");
+  VRDIDOM_TreeWalker inside =
+      document.createTreeWalker(document.getDocumentElement(), 1, nullptr, 0);
+  inside.firstChild();
+  EXPECT_TRUE(inside.firstChild().isNamed("b") && inside.nextSibling().isNull());
 }
 
 }  // namespace
