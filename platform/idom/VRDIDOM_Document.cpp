@@ -1,5 +1,6 @@
 #include "platform/idom/VRDIDOM_Document.h"
 
+#include <new>
 #include <string>
 #include <xercesc/dom/DOMDocument.hpp>
 #include <xercesc/dom/DOMText.hpp>
@@ -82,7 +83,11 @@ void VRDIDOM_Document::recycle(VRDIDOM_Node& node) {
     refuse(xercesc::DOMException::HIERARCHY_REQUEST_ERR,
            "the node is in a tree, or no element or text");
   }
-  atBorder([&] { m_body->spareElements().keep(given); });
+  try {
+    atBorder([&] { m_body->spareElements().keep(given); });
+  } catch (const std::bad_alloc&) {
+    // Only a saving: what was not kept stays with the document and goes with it.
+  }
   node = VRDIDOM_Node();
 }
 

@@ -30,9 +30,9 @@ class VRD_EXPORT VRDIDOM_Document : public VRDIDOM_Node {
   /// Gives @p node, an element or a text that is in no tree, and everything below it back to the
   /// document, which makes its next nodes of them, so that a document in which trees are replaced
   /// does not grow. The caller vouches that no other handle and no list designates any of it.
-  /// @p node becomes null; where it is refused, it stays. A new text looks among the room of those
-  /// given back for one long enough, so this is for trees of some thousand texts, not for whole
-  /// documents of many more.
+  /// @p node becomes null; where it is refused, it stays. For want of memory less is given back,
+  /// and nothing is thrown. A new text looks among the room of those given back for one long
+  /// enough, so this is for trees of some thousand texts, not for whole documents of many more.
   void recycle(VRDIDOM_Node& node);
   /// A walk over the elements below @p root, which stands on @p root at first.
   /// @param whatToShow node types to stop at, as the DOM's mask; 1 is elements
