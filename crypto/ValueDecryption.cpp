@@ -9,6 +9,7 @@
 #include "crypto/VRDCrypto.h"
 #include "crypto/WipedMemory.h"
 #include "foundation/ConfigurationVocabulary.h"
+#include "foundation/ElementWalk.h"
 #include "foundation/VRDIDOMUtils.h"
 #include "platform/core/VRDBase64.h"
 #include "platform/idom/VRDIDOM_Attr.h"
@@ -20,19 +21,6 @@
 // to `decryptXML`.
 
 namespace {
-
-/// The words that the walk looks for, made once: a tree may have many elements.
-struct Marks {
-  I18NString encrypted{"encrypted"};
-  I18NString schemaInstance{XmlSchemaInstanceNamespaceUri};
-  I18NString type{"type"};
-  I18NString systemPassword{"cfg:systemPassword"};
-};
-
-const Marks& marks() {
-  static const Marks& immortal = *new Marks;
-  return immortal;
-}
 
 /// A block of clear text from the provider, up to its first NUL. It need not end in one.
 I18NString textOf(const void* block, std::size_t size) {
@@ -73,9 +61,9 @@ I18NString decodeAndUnprotect(const I18NString& text, void* handle) {
 /// Whether @p element, which has the attribute @p encrypted, is to be decrypted. A system password
 /// stays as it is: only what it belongs to may read it.
 bool isToBeDecrypted(VRDIDOM_Element& element, VRDIDOM_Attr& encrypted) {
-  // The prefix of the type is part of the word and not looked up: documents are written with it.
   return saysTrue(encrypted.getValue()) &&
-         element.getAttributeNS(marks().schemaInstance, marks().type) != marks().systemPassword &&
+         element.getAttributeNS(vocabulary().schemaInstanceUri, vocabulary().type) !=
+             vocabulary().systemPassword &&
          VRDIDOMUtils::isTextOnly(element) != 0;
 }
 
@@ -104,7 +92,7 @@ void decryptElement(VRDIDOM_Element& element, void* handle) {
   const WipedText clear(decryptString(VRDIDOMUtils::getText(element), handle));
   // Not decrypted, it has to stay marked: else the next one would take the stored form for a value.
   if (clear.text().empty()) return;
-  element.removeAttribute(marks().encrypted);
+  element.removeAttribute(vocabulary().encrypted);
   removeChildren(element);
   fill(element, clear.text());
 }
@@ -121,16 +109,12 @@ I18NString decryptString(I18NString text, void* handle) {
 }
 
 VRDIDOM_Element decryptXML(VRDIDOM_Element element, void* handle) {
-  for (VRDIDOM_Node node = element.getFirstChild(); !node.isNull(); node = node.getNextSibling()) {
-    if (node.getNodeType() != VRDIDOMUtils::elementNode) continue;
-    VRDIDOM_Element child = node;
-    VRDIDOM_Attr encrypted = child.getAttributeNode(marks().encrypted);
+  walkElements(element, [handle](VRDIDOM_Element& child) {
+    VRDIDOM_Attr encrypted = child.getAttributeNode(vocabulary().encrypted);
+    if (encrypted.isNull()) return true;
     // The attribute ends the descent, whatever it says.
-    if (encrypted.isNull()) {
-      decryptXML(child, handle);
-    } else if (isToBeDecrypted(child, encrypted)) {
-      decryptElement(child, handle);
-    }
-  }
+    if (isToBeDecrypted(child, encrypted)) decryptElement(child, handle);
+    return false;
+  });
   return element;
 }

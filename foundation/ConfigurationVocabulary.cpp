@@ -2,8 +2,10 @@
 
 #include <strings.h>
 
-#include "platform/core/I18NString.h"
-#include "platform/idom/VRDIDOM_Element.h"
+const ConfigurationVocabulary& vocabulary() {
+  static const ConfigurationVocabulary& immortal = *new ConfigurationVocabulary;
+  return immortal;
+}
 
 bool saysTrue(const I18NString& value) { return strcasecmp(value.c_str(), "true") == 0; }
 
