@@ -7,6 +7,14 @@
 #include "platform/idom/VRDIDOM_Element.h"
 #include "store/VRDConfiguration.h"
 
+/// What reads need of a parameter. Found when it enters the table: nothing changes the marks of an
+/// element that is there.
+struct ParameterValue {
+  VRDIDOM_Element element;  // the "value" child
+  bool isOpaque;            // XML and not text
+  bool isEncrypted;         // a text that is stored encrypted
+};
+
 /// The way into the parameter table for reads by name: one step to a parameter's value, however
 /// many parameters there are. Holds what was added, which must stay in its table, in the place it
 /// has.
@@ -14,10 +22,10 @@ class ParameterIndex {
  public:
   struct Parameter {
     VRDIDOM_Element* element;  // in the table
-    VRDIDOM_Element value;     // the element's "value" child
+    ParameterValue value;
 
     /// Puts another element, with its value, in the place of this one.
-    void become(const VRDIDOM_Element& otherElement, const VRDIDOM_Element& itsValue) {
+    void become(const VRDIDOM_Element& otherElement, const ParameterValue& itsValue) noexcept {
       *element = otherElement;
       value = itsValue;
     }
@@ -30,7 +38,7 @@ class ParameterIndex {
   }
 
   /// @param entry of the table, with a name that is not here yet
-  void add(VRDConfiguration::ParameterTable::value_type& entry, const VRDIDOM_Element& value) {
+  void add(VRDConfiguration::ParameterTable::value_type& entry, const ParameterValue& value) {
     m_parameters.insert({entry.first.utf8(), {&entry.second, value}});
   }
 

@@ -14,6 +14,7 @@
 #include "platform/idom/VRDIDOM_Node.h"
 
 class ParameterIndex;
+struct ParameterValue;
 
 /// The configuration store of the process: the effective parameter tree, and a table of its
 /// parameters by name.
@@ -154,13 +155,9 @@ class VRD_EXPORT VRDConfiguration {
  private:
   friend class VRDConfigurationImpl;  // lists the names of the table
 
-  static VRDCFGAPI_ErrorState readStartup(VRDIDOM_Document& document, int parserFlag);
-
-  static void rewrite(VRDIDOM_Element& root);
-
+  // Loading.
   void beginTree() VRD_REQUIRES(m_lock);
   void addDefaults(const char* const* (*defaults)()) VRD_REQUIRES(m_lock);
-  void insert(const I18NString& name, VRDIDOM_Element parameter) VRD_REQUIRES(m_lock);
   VRDCFGAPI_ErrorState loadStartup() VRD_REQUIRES(m_lock);
   void mergeStartup(VRDIDOM_Document& startup) VRD_REQUIRES(m_lock);
   struct Merged;
@@ -168,23 +165,23 @@ class VRD_EXPORT VRDConfiguration {
       VRD_REQUIRES(m_lock);
   void scan(VRDIDOM_Element& element) VRD_REQUIRES(m_lock);
   void scanParameter(VRDIDOM_Element& source, VRDIDOM_Element& root) VRD_REQUIRES(m_lock);
-  VRDIDOM_Element makeScanned(const I18NString& name, VRDIDOM_Element& source,
-                              VRDIDOM_Element& sourceValue);
 
-  VRDIDOM_Element startupValueOf(VRDIDOM_Element& child);
-  void setRootAttributes(VRDIDOM_Element& root);
+  // Parameters as elements.
   VRDIDOM_Element makeParameter(VRDIDOM_Document& document, const I18NString& name);
   VRDIDOM_Element makePlainParameter(const I18NString& name, const I18NString& text)
       VRD_REQUIRES(m_lock);
-  VRDIDOM_Element valueOf(VRDIDOM_Element& parameter);
+  ParameterValue valueOf(VRDIDOM_Element& parameter);
+  ParameterValue startupValueOf(VRDIDOM_Element& child);
+  void insert(const I18NString& name, VRDIDOM_Element parameter) VRD_REQUIRES(m_lock);
 
+  // Values.
   VRDCFGAPI_ErrorState readText(const I18NString& name, int decrypt, I18NString& text)
       VRD_REQUIRES(m_lock);
   VRDCFGAPI_ErrorState readNode(const I18NString& name, int decrypt, VRDIDOM_Node& result)
       VRD_REQUIRES(m_lock);
   VRDCFGAPI_ErrorState readXml(VRDIDOM_Element element, int decrypt, I18NString& text)
       VRD_REQUIRES(m_lock);
-  VRDCFGAPI_ErrorState readPlain(VRDIDOM_Element& value, int decrypt, I18NString& text)
+  VRDCFGAPI_ErrorState readPlain(const ParameterValue& value, int decrypt, I18NString& text)
       VRD_REQUIRES(m_lock);
   VRDCFGAPI_ErrorState toDecryptedCopy(VRDIDOM_Element& element) VRD_REQUIRES(m_lock);
 

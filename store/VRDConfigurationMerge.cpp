@@ -9,6 +9,7 @@
 
 #include "foundation/ConfigurationVocabulary.h"
 #include "foundation/VRDIDOMUtils.h"
+#include "store/EffectiveRoot.h"
 #include "store/ParameterIndex.h"
 #include "store/VRDConfiguration.h"
 
@@ -19,7 +20,7 @@ struct VRDConfiguration::Merged {
 
   /// Gives @p parameter the name. An element that had it leaves its tree.
   void enter(const I18NString& name, const VRDIDOM_Element& parameter,
-             const VRDIDOM_Element& value) {
+             const ParameterValue& value) {
     if (ParameterIndex::Parameter* present = index.find(name)) {
       VRDIDOM_Node parent = present->element->getParentNode();
       if (!parent.isNull()) parent.removeChild(*present->element);
@@ -36,11 +37,15 @@ struct VRDConfiguration::Merged {
 /// parent.
 void VRDConfiguration::copyTreeTo(VRDIDOM_Document& document, VRDIDOM_Element& root,
                                   Merged& merged) {
-  const VRDIDOM_Node front = root.getFirstChild();
+  VRDIDOM_Node front = root.getFirstChild();
   for (VRDIDOM_Node child = m_configDoc.getDocumentElement().getFirstChild(); !child.isNull();
        child = child.getNextSibling()) {
     VRDIDOM_Element copy = document.importNode(child, 1);
-    front == nullptr ? root.appendChild(copy) : root.insertBefore(copy, front);
+    if (front.isNull()) {
+      root.appendChild(copy);
+    } else {
+      root.insertBefore(copy, front);
+    }
     const I18NString name = copy.getAttribute(*m_nameAttribute);
     const auto entry = m_parameters.find(name);
     if (entry != m_parameters.end() && entry->second == &child) {
@@ -55,7 +60,6 @@ void VRDConfiguration::copyTreeTo(VRDIDOM_Document& document, VRDIDOM_Element& r
 }
 
 void VRDConfiguration::mergeStartup(VRDIDOM_Document& startup) {
-  const I18NString opaque = "opaque";
   VRDIDOM_Element root = startup.getDocumentElement();
   startup.renameNode(root, *m_namespaceUri, *m_parametersQName);
   root.removeAttributes();
@@ -67,12 +71,12 @@ void VRDConfiguration::mergeStartup(VRDIDOM_Document& startup) {
   while (!next.isNull()) {
     VRDIDOM_Element parameter = next;
     next = next.getNextSibling();
-    VRDIDOM_Element value = startupValueOf(parameter);
-    if (value.isNull()) {
+    ParameterValue value = startupValueOf(parameter);
+    if (value.element.isNull()) {
       root.removeChild(parameter);
       continue;
     }
-    if (saysTrue(parameter, opaque)) declareConfigurationPrefixes(value);
+    if (value.isOpaque) declareConfigurationPrefixes(value.element);
     merged.enter(parameter.getAttribute(*m_nameAttribute), parameter, value);
   }
 
@@ -81,10 +85,11 @@ void VRDConfiguration::mergeStartup(VRDIDOM_Document& startup) {
   m_configDoc = startup;
 }
 
-/// The value of a child of the startup document's root; null if that is no parameter with a value.
-VRDIDOM_Element VRDConfiguration::startupValueOf(VRDIDOM_Element& child) {
+/// The value of a child of the startup document's root; its element is null if that is no parameter
+/// with a value.
+ParameterValue VRDConfiguration::startupValueOf(VRDIDOM_Element& child) {
   const bool isParameter =
       child.getNodeType() == VRDIDOMUtils::elementNode &&
       VRDIDOMUtils::isQNameEquals(child, *m_namespaceUri, *m_parameterLocalName) != 0;
-  return isParameter ? valueOf(child) : VRDIDOM_Element();
+  return isParameter ? valueOf(child) : ParameterValue();
 }

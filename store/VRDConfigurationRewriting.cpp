@@ -3,46 +3,37 @@
 #include <cstdlib>
 
 #include "foundation/ConfigurationVocabulary.h"
+#include "foundation/ElementWalk.h"
 #include "foundation/VRDIDOMUtils.h"
 #include "platform/core/VRDFmDir.h"
 #include "platform/idom/VRDIDOM_NodeList.h"
+#include "store/PathRewriting.h"
 #include "store/VRDConfiguration.h"
 
 namespace {
 
-/// The words of the documents that are met here, made once and never destroyed.
-struct Words {
-  const I18NString configUri = ConfigNamespaceUri;
-  const I18NString instanceUri = XmlSchemaInstanceNamespaceUri;
-  const I18NString type = "type";
-  const I18NString value = "value";
-  const I18NString disabled = "disabled";
-  const I18NString prunedElements[4] = {"parameter", "instances", "instance", "value"};
-};
-
-const Words& words() {
-  static const Words& immortal = *new Words;
-  return immortal;
-}
-
 constexpr wchar_t percent = L'%';
 
 bool isPathValue(VRDIDOM_Element& value) {
-  const I18NString type = value.getAttributeNS(words().instanceUri, words().type);
-  return type == "cfg:folderPath" || type == "cfg:filePath";
+  const I18NString type = value.getAttributeNS(vocabulary().schemaInstanceUri, vocabulary().type);
+  return type == vocabulary().folderPath || type == vocabulary().filePath;
 }
 
 /// Gives the text of every path value below @p root to @p rewrite, and writes it back where that
 /// says so.
 template <class Rewrite>
 void rewritePaths(VRDIDOM_Element& root, Rewrite rewrite) {
-  VRDIDOM_NodeList values = root.getElementsByTagNameNS(words().configUri, words().value);
+  VRDIDOM_NodeList values = root.getElementsByTagNameNS(vocabulary().configUri, vocabulary().value);
   const unsigned long count = values.getLength();
   for (unsigned long index = 0; index < count; ++index) {
     VRDIDOM_Element value = values.item(index);
     if (!isPathValue(value)) continue;
-    I18NString text = VRDIDOMUtils::getText(value);
-    if (!text.empty() && rewrite(text)) VRDIDOMUtils::setText(value, text);
+    const I18NString text = VRDIDOMUtils::getText(value);
+    I18NString path = text;
+    if (text.empty() || !rewrite(path)) continue;
+    // Most paths are as they should be from the second time on. Where something stands beside the
+    // text, writing removes it.
+    if (path != text || !VRDIDOMUtils::isTextOnly(value)) VRDIDOMUtils::setText(value, path);
   }
 }
 
@@ -65,12 +56,20 @@ constexpr int distanceAfterReplacement = 5;
 constexpr int maximumReplacements = 1000;
 constexpr std::size_t maximumBytes = std::size_t{1} << 20;
 
-bool canBeDisabled(VRDIDOM_Node& node) {
-  if (node.getNodeType() != VRDIDOMUtils::elementNode) return false;
-  for (const I18NString& name : words().prunedElements) {
-    if (VRDIDOMUtils::isQNameEquals(node, words().configUri, name)) return true;
+bool canBeDisabled(VRDIDOM_Element& element) {
+  for (const I18NString* name : {&vocabulary().parameter, &vocabulary().instances,
+                                 &vocabulary().instance, &vocabulary().value}) {
+    if (VRDIDOMUtils::isQNameEquals(element, vocabulary().configUri, *name)) return true;
   }
   return false;
+}
+
+/// Removes @p element from its parent if it is disabled.
+/// @return whether it was
+bool removeIfDisabled(VRDIDOM_Element& element) {
+  if (!saysTrue(element, vocabulary().disabled)) return false;
+  element.getParentNode().removeChild(element);
+  return true;
 }
 
 }  // namespace
@@ -81,8 +80,7 @@ void VRDConfiguration::replaceVariables(VRDIDOM_Element& root) {
 
 void VRDConfiguration::fixupPaths(VRDIDOM_Element& root) { rewritePaths(root, makeAbsolute); }
 
-/// Both, in this order for each value, in one walk: a tree may hold many thousands of values.
-void VRDConfiguration::rewrite(VRDIDOM_Element& root) {
+void rewritePathValues(VRDIDOM_Element& root) {
   rewritePaths(root, [](I18NString& path) {
     const bool isReplaced = replaceReferences(path);
     return makeAbsolute(path) || isReplaced;
@@ -112,16 +110,11 @@ I18NString VRDConfiguration::replaceEnvVariables(I18NString text) {
 
 void VRDConfiguration::removeDisabledElements(VRDIDOM_Element& element, unsigned long& index) {
   if (element.isNull()) return;
-  if (saysTrue(element, words().disabled)) {
-    element.getParentNode().removeChild(element);
+  if (removeIfDisabled(element)) {
     --index;
     return;
   }
-  VRDIDOM_Node next = element.getFirstChild();
-  while (!next.isNull()) {
-    VRDIDOM_Element child = next;
-    next = next.getNextSibling();
-    unsigned long unused = 0;
-    if (canBeDisabled(child)) removeDisabledElements(child, unused);
-  }
+  walkElements(element, [](VRDIDOM_Element& child) {
+    return canBeDisabled(child) && !removeIfDisabled(child);
+  });
 }

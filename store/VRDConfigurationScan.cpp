@@ -16,21 +16,6 @@
 
 namespace {
 
-struct Words {
-  const I18NString queryResult = "queryResult";
-  const I18NString value = "value";
-  const I18NString opaque = "opaque";
-  const I18NString name = "name";
-  const I18NString type = "type";
-  const I18NString xsiType = "xsi:type";
-  const I18NString instanceUri = XmlSchemaInstanceNamespaceUri;
-};
-
-const Words& words() {
-  static const Words& immortal = *new Words;
-  return immortal;
-}
-
 void copyChildElements(VRDIDOM_Element& source, VRDIDOM_Element& value) {
   for (VRDIDOM_Node child = source.getFirstChild(); !child.isNull();
        child = child.getNextSibling()) {
@@ -50,6 +35,23 @@ void fillValue(const I18NString& opaque, VRDIDOM_Element& source, VRDIDOM_Elemen
   }
 }
 
+/// Gives @p parameter, which is new, what a query result says of its value.
+void fillParameter(VRDIDOM_Element& source, VRDIDOM_Element& sourceValue,
+                   VRDIDOM_Element& parameter) {
+  VRDIDOM_Element value = parameter.getFirstChild();
+  if (sourceValue.hasAttributeNS(vocabulary().schemaInstanceUri, vocabulary().type)) {
+    value.setAttributeNS(
+        vocabulary().schemaInstanceUri, "xsi:type",
+        sourceValue.getAttributeNS(vocabulary().schemaInstanceUri, vocabulary().type));
+  }
+  const I18NString opaque = source.getAttribute(vocabulary().opaque);
+  if (saysTrue(opaque)) {
+    declareConfigurationPrefixes(value);
+    parameter.setAttribute(vocabulary().opaque, "true");
+  }
+  fillValue(opaque, sourceValue, value);
+}
+
 /// What `setValue` made stands in no tree, so nothing can take its place there. Asked before the
 /// tree is given anything, since a query that comes again and again would make it grow.
 void requireInTree(VRDIDOM_Element& element) {
@@ -63,11 +65,11 @@ void requireInTree(VRDIDOM_Element& element) {
 
 void VRDConfiguration::scan(VRDIDOM_Element& element) {
   VRDIDOM_Element root = m_configDoc.getDocumentElement();
-  if (element.getLocalName() == words().queryResult) {
+  if (element.getLocalName() == vocabulary().queryResult) {
     _scanParametersHelper(element, root);
     return;
   }
-  VRDIDOM_NodeList results = element.getElementsByTagName(words().queryResult);
+  VRDIDOM_NodeList results = element.getElementsByTagName(vocabulary().queryResult);
   const unsigned long count = results.getLength();
   for (unsigned long index = 0; index < count; ++index) {
     VRDIDOM_Node result = results.item(index);
@@ -90,17 +92,20 @@ void VRDConfiguration::_scanParametersHelper(VRDIDOM_Node& queryResult, VRDIDOM_
 
 void VRDConfiguration::scanParameter(VRDIDOM_Element& source, VRDIDOM_Element& root) {
   static const char s_AdvSettings[] = "advancedSettings";
-  VRDIDOM_Element sourceValue = VRDIDOMUtils::selectSingleNode(source, words().value);
+  VRDIDOM_Element sourceValue = VRDIDOMUtils::selectSingleNode(source, vocabulary().value);
   if (sourceValue.isNull()) return;
   const I18NString name = source.getNodeName();
-  VRDIDOM_Element scanned = makeScanned(name, source, sourceValue);
+  VRDIDOM_Document scratch = VRDIDOM_DOMImplementation::getInstance().createDocument();
+  VRDIDOM_Element scanned = makeParameter(scratch, name);
+  fillParameter(source, sourceValue, scanned);
 
   if (ParameterIndex::Parameter* existing = m_index->find(name)) {
     if (existing->element->isEqualNode(scanned)) return;
     requireInTree(*existing->element);
     VRDIDOM_Element replacement = m_configDoc.importNode(scanned, 1);
+    const ParameterValue value = valueOf(replacement);
     VRDIDOM_Node replaced = root.replaceChild(replacement, *existing->element);
-    existing->become(replacement, valueOf(replacement));
+    existing->become(replacement, value);
     m_configDoc.recycle(replaced);
     return;
   }
@@ -109,25 +114,6 @@ void VRDConfiguration::scanParameter(VRDIDOM_Element& source, VRDIDOM_Element& r
   insert(name, addition);
   // Only where they are new: settings that were applied once are not applied again.
   if (name == s_AdvSettings) _scanAdvancedSettingsHelper(sourceValue);
-}
-
-/// A parameter of a document of its own, with the name and the value of a query result.
-VRDIDOM_Element VRDConfiguration::makeScanned(const I18NString& name, VRDIDOM_Element& source,
-                                              VRDIDOM_Element& sourceValue) {
-  VRDIDOM_Document scratch = VRDIDOM_DOMImplementation::getInstance().createDocument();
-  VRDIDOM_Element parameter = makeParameter(scratch, name);
-  VRDIDOM_Element value = parameter.getFirstChild();
-  if (sourceValue.hasAttributeNS(words().instanceUri, words().type)) {
-    value.setAttributeNS(words().instanceUri, words().xsiType,
-                         sourceValue.getAttributeNS(words().instanceUri, words().type));
-  }
-  const I18NString opaque = source.getAttribute(words().opaque);
-  if (saysTrue(opaque)) {
-    declareConfigurationPrefixes(value);
-    parameter.setAttribute(words().opaque, "true");
-  }
-  fillValue(opaque, sourceValue, value);
-  return parameter;
 }
 
 void VRDConfiguration::_scanAdvancedSettingsHelper(VRDIDOM_Element& value) {
@@ -151,7 +137,7 @@ void VRDConfiguration::_scanAdvancedSettingsHelper(VRDIDOM_Element& value) {
     VRDIDOM_Element setting = node;
     I18NString settingName;
     I18NString settingValue;
-    setting.getAttribute(words().name, settingName);
+    setting.getAttribute(vocabulary().name, settingName);
     VRDIDOM_Helper::getElementText(setting, settingValue);
     setValue(settingName, settingValue);
   }

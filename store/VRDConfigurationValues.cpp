@@ -4,7 +4,6 @@
 
 #include "crypto/CryptoSession.h"
 #include "crypto/ValueDecryption.h"
-#include "foundation/ConfigurationVocabulary.h"
 #include "foundation/VRDIDOMUtils.h"
 #include "platform/idom/VRDIDOM_DOMImplementation.h"
 #include "platform/idom/VRDIDOM_Helper.h"
@@ -12,11 +11,6 @@
 #include "store/VRDConfiguration.h"
 
 namespace {
-
-const I18NString& opaqueAttribute() {
-  static const I18NString& immortal = *new I18NString("opaque");
-  return immortal;
-}
 
 /// A deep copy of @p element in a document of its own.
 VRDIDOM_Element privateCopy(VRDIDOM_Element& element) {
@@ -45,9 +39,8 @@ VRDCFGAPI_ErrorState VRDConfiguration::readText(const I18NString& name, int decr
   if (name.empty()) return readXml(m_configDoc.getDocumentElement(), decrypt, text);
   ParameterIndex::Parameter* parameter = m_index->find(name);
   if (parameter == nullptr) return VRDCFGAPI_NoError;
-  return saysTrue(*parameter->element, opaqueAttribute())
-             ? readXml(parameter->value, decrypt, text)
-             : readPlain(parameter->value, decrypt, text);
+  return parameter->value.isOpaque ? readXml(parameter->value.element, decrypt, text)
+                                   : readPlain(parameter->value, decrypt, text);
 }
 
 VRDCFGAPI_ErrorState VRDConfiguration::readXml(VRDIDOM_Element element, int decrypt,
@@ -60,12 +53,10 @@ VRDCFGAPI_ErrorState VRDConfiguration::readXml(VRDIDOM_Element element, int decr
   return VRDCFGAPI_NoError;
 }
 
-VRDCFGAPI_ErrorState VRDConfiguration::readPlain(VRDIDOM_Element& value, int decrypt,
+VRDCFGAPI_ErrorState VRDConfiguration::readPlain(const ParameterValue& value, int decrypt,
                                                  I18NString& text) {
-  VRDIDOM_Helper::getElementText(value, text);
-  if (decrypt == 0 || !saysTrue(value, *m_encryptedAttribute)) {
-    return VRDCFGAPI_NoError;
-  }
+  VRDIDOM_Helper::getElementText(value.element, text);
+  if (decrypt == 0 || !value.isEncrypted) return VRDCFGAPI_NoError;
   void* session = getCryptoHandle();
   if (session == nullptr) return VRDCFGAPI_CryptoUnavailable;
   text = decryptString(std::move(text), session);
@@ -98,7 +89,7 @@ VRDCFGAPI_ErrorState VRDConfiguration::readNode(const I18NString& name, int decr
   if (name.empty()) {
     element = m_configDoc.getDocumentElement();
   } else if (ParameterIndex::Parameter* parameter = m_index->find(name)) {
-    element = parameter->value;
+    element = parameter->value.element;
   }
   if (element.isNull()) return VRDCFGAPI_NoError;
 
@@ -125,11 +116,12 @@ VRDCFGAPI_ErrorState VRDConfiguration::setValue(const I18NString& name, const I1
     if (parent.isNull()) {
       // Made here before, so it is plain and the table's own: its text changes in place, and
       // settings that change for months do not make the tree grow.
-      VRDIDOMUtils::setText(parameter->value, value);
+      VRDIDOMUtils::setText(parameter->value.element, value);
     } else {
       VRDIDOM_Element replacement = makePlainParameter(name, value);
+      const ParameterValue itsValue = valueOf(replacement);
       VRDIDOM_Node replaced = parent.removeChild(*parameter->element);
-      parameter->become(replacement, valueOf(replacement));
+      parameter->become(replacement, itsValue);
       m_configDoc.recycle(replaced);
     }
     return VRDCFGAPI_NoError;

@@ -1,0 +1,7 @@
+#pragma once
+
+#include "platform/idom/VRDIDOM_Element.h"
+
+/// What `VRDConfiguration::replaceVariables` and then `VRDConfiguration::fixupPaths` do, value by
+/// value in one walk: a tree may hold many thousands of values.
+void rewritePathValues(VRDIDOM_Element& root);

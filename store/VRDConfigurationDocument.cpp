@@ -1,0 +1,50 @@
+// Unit VRDConfiguration: the startup document, as it lies on the disk.
+
+#include <fstream>
+
+#include "foundation/ConfigurationVocabulary.h"
+#include "foundation/VRDIDOMUtils.h"
+#include "platform/core/I18NLibrary.h"
+#include "platform/core/VRDFmDir.h"
+#include "platform/idom/VRDIDOM_Parser.h"
+#include "store/InstallationFiles.h"
+#include "store/StartupDocument.h"
+#include "store/VRDConfiguration.h"
+
+namespace {
+
+/// Removes what is disabled in the parameters of a startup document.
+void prune(VRDIDOM_Element root) {
+  VRDIDOM_Node next = root.getFirstChild();
+  while (!next.isNull()) {
+    VRDIDOM_Element child = next;
+    next = next.getNextSibling();
+    unsigned long unused = 0;
+    if (child.getNodeType() == VRDIDOMUtils::elementNode &&
+        VRDIDOMUtils::isQNameEquals(child, vocabulary().configUri, vocabulary().parameter)) {
+      VRDConfiguration::removeDisabledElements(child, unused);
+    }
+  }
+}
+
+}  // namespace
+
+VRDCFGAPI_ErrorState readStartupDocument(VRDIDOM_Document& document, int parserFlag) {
+  if (document.isNull()) return VRDCFGAPI_NullDocument;
+  I18NString path = InstallationFiles::startupDocument;
+  VRDConfiguration::determineBinDir();
+  VRDFmDir::resolveEffectivePath(path);
+  const char* file = path.c_str(I18NGetPlatformDefaultEncoding());
+  if (!VRDFmDir::exists(file, InstallationFiles::readableFile)) {
+    return VRDCFGAPI_StartupFileMissing;
+  }
+  VRDIDOM_Parser parser(parserFlag);
+  std::ifstream stream(file, std::ios::in | std::ios::binary);
+  if (parser.parse(stream, document) == 0) return VRDCFGAPI_StartupFileParseFailed;
+  prune(document.getDocumentElement());
+  return VRDCFGAPI_NoError;
+}
+
+VRDCFGAPI_ErrorState VRDConfiguration::getConfigDoc(VRDIDOM_Document& document) {
+  return readStartupDocument(document, 0);
+}
