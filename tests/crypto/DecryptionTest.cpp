@@ -12,49 +12,47 @@
 namespace {
 
 /// An open session with the stand-in. Each test is a process of its own.
-class DecryptionTest : public testing::Test {
- protected:
-  void SetUp() override { ASSERT_NE(openCryptoSession(handle), nullptr); }
-
-  std::string decrypted(const char* stored) const {
-    return std::string(decryptString(stored, handle).utf8());
-  }
+struct DecryptionTest : testing::Test {
+  DecryptionTest() { openCryptoSession(handle); }
 
   StandInInstallation standIn;
   void* handle = nullptr;
 };
 
-TEST_F(DecryptionTest, WhatTheProviderRefusesIsReadAsItWasEncoded) {
-  standIn->faults = {{"HLD_UnprotectData ", StandIn::fails}};
+TEST_F(DecryptionTest, EachTextByWhatTheProviderMakesOfIt) {
+  const std::string refused = "refused";
   struct Row {
     const char* stored;
+    std::string clearText;
     const char* text;
-    bool asksProvider;
+    bool asksProvider = true;
   };
   const Row rows[] = {
-      {"", "", false},
-      {"c2VjcmV0", "secret", true},
-      {"c2Vj\ncmV0\r\n", "secret", true},
-      {"Z3LDvG4=", "gr\xC3\xBCn", true},
-      {"Z/xu", "g\xFCn", true},    // not UTF-8: the bytes are kept
-      {"YQBi", "a", true},         // "a", NUL, "b"
-      {"AGFi", "", true},          // starts with NUL
-      {"c2VjcmV0!", "", false},    // outside the alphabet
-      {"c2VjcmV", "", false},      // cut
-      {"gr\xC3\xBCn", "", false},  // more bytes than characters
+      // Refused, it is read as it was encoded.
+      {"c2VjcmV0", refused, "secret"},
+      {"c2Vj\ncmV0\r\n", refused, "secret"},
+      {"Z3LDvG4=", refused, "gr\xC3\xBCn"},
+      {"Z/xu", refused, "g\xFCn"},  // not UTF-8: the bytes are kept
+      {"YQBi", refused, "a"},       // "a", NUL, "b"
+      {"AGFi", refused, ""},        // starts with NUL
+      // Not base64: nobody is asked.
+      {"", "clear", "", false},
+      {"c2VjcmV0!", "clear", "", false},    // outside the alphabet
+      {"c2VjcmV", "clear", "", false},      // cut
+      {"gr\xC3\xBCn", "clear", "", false},  // more bytes than characters
+      // Clear, it ends at its first NUL.
+      {"QQ==", "", ""},
+      {"QQ==", std::string("\0x", 2), ""},
+      {"QQ==", std::string("clear\0x", 7), "clear"},
+      {"QQ==", "\xFF\xE4", "\xFF\xE4"},
   };
   for (const Row& row : rows) {
-    standIn->calls.clear();
-    EXPECT_EQ(decrypted(row.stored), row.text) << row.stored;
-    EXPECT_EQ(standIn->calls, row.asksProvider ? "HLD_UnprotectData " : "") << row.stored;
-  }
-}
-
-TEST_F(DecryptionTest, AClearTextEndsAtItsFirstNulAndIsKeptOtherwise) {
-  for (const std::string& text : {std::string(), std::string("\0x", 2), std::string("clear\0x", 7),
-                                  std::string("\xFF\xE4"), std::string("<a/>")}) {
-    standIn->clearText = text;
-    EXPECT_EQ(decrypted("QQ=="), text.c_str());
+    SCOPED_TRACE(std::string(row.stored) + " as " + row.clearText);
+    *standIn = StandIn();
+    standIn->clearText = row.clearText;
+    if (row.clearText == refused) standIn->faults = {{StandIn::unprotect, StandIn::fails}};
+    EXPECT_EQ(decryptString(row.stored, handle), row.text);
+    EXPECT_EQ(!standIn->calls.empty(), row.asksProvider);
   }
 }
 

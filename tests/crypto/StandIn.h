@@ -7,16 +7,19 @@
 /// What the stand-in provider is told to do, and what it saw. It lives in the provider; the test
 /// fetches it with `standIn`.
 struct StandIn {
+  // The operations that the library uses.
+  static constexpr char initialize = 'I', begin = 'B', settings = 'S', details = 'D',
+                        unprotect = 'U', release = 'F', close = 'C', terminate = 'T';
   /// What is wrong with an operation; together with "|".
   enum Fault { fails = 1, once = 2, warns = 4, throws = 8, leavesHandle = 16, givesNoBlock = 32 };
 
-  std::map<std::string, int> faults;  // by operation, named as in `calls`
-  std::string clearText;              // what HLD_UnprotectData gives
-  bool echoes = false;                // every entry point expects 16, 32, ... and answers `echo`
+  std::map<char, int> faults;  // by operation
+  std::string clearText;       // what HLD_UnprotectData gives
+  bool echoes = false;         // every entry point expects 16, 32, ... and answers `echo`
 
   static constexpr int echo = 4711;
 
-  std::string calls;             // the operations in the order of their calls, a blank after each
+  std::string calls;             // the operations in the order of their calls; echoing, their names
   std::string documents;         // the control documents
   int badArguments = 0;          // a wrong handle, or something in a reserved place
   std::list<std::string> loans;  // stay with the provider, so that no address comes twice

@@ -31,11 +31,12 @@ class CryptoInstallation : public CurrentInstallation {
   }
 };
 
-/// One with the whole stand-in, kept loaded so that it can be told and asked from outside.
+/// One with a stand-in that is kept loaded, so that it can be told and asked from outside.
 class StandInInstallation : public CryptoInstallation {
  public:
-  explicit StandInInstallation(std::string_view parameters = "") : CryptoInstallation(parameters) {
-    installStandIn();
+  explicit StandInInstallation(std::string_view parameters = "", const std::string& variant = "")
+      : CryptoInstallation(parameters) {
+    installStandIn(variant);
     void* library = ::dlopen(provider().c_str(), RTLD_NOW);
     if (library == nullptr) throw std::runtime_error(::dlerror());
     m_standIn = reinterpret_cast<StandInAccess*>(::dlsym(library, "standIn"))();

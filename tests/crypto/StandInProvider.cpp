@@ -30,18 +30,18 @@ char* lend(const std::string& bytes) {
 }
 
 /// Does what every operation can be told, given whether its arguments are as they should be.
-int perform(const std::string& operation, bool good, char* document, char** error = nullptr) {
+int perform(char operation, bool good, char* document, char** error = nullptr) {
   expect(good && (error == nullptr || *error == nullptr));
-  state.calls += operation + ' ';
+  state.calls += operation;
   if (document != nullptr) state.documents += document;
-  const int fault = state.faults[operation + ' '];
+  const int fault = state.faults[operation];
   if ((fault & StandIn::once) != 0) state.faults.clear();
   if ((fault & StandIn::warns) != 0) *error = lend("<error/>");
-  if ((fault & StandIn::throws) != 0) throw std::runtime_error(operation);
+  if ((fault & StandIn::throws) != 0) throw std::runtime_error("told to");
   return (fault & StandIn::fails) != 0 ? -1 : 0;
 }
 
-bool told(const char* operation, int fault) { return (state.faults[operation] & fault) != 0; }
+bool told(char operation, int fault) { return (state.faults[operation] & fault) != 0; }
 
 struct Echo {
 #define ECHO(NAME, ERROR_OUT, PARAMETERS, ...) \
@@ -53,37 +53,37 @@ struct Echo {
 /// The operations that the library uses; those of the same name above are hidden.
 struct Behaviour : Echo {
   static int HLD_CryptoInitialize(char* document, char* reserved, char** error) {
-    return perform(__func__, !reserved, document, error);
+    return perform(StandIn::initialize, !reserved, document, error);
   }
   static int HLD_CryptoTerminate(char* document, char* reserved, char** error) {
-    return perform(__func__, !reserved, document, error);
+    return perform(StandIn::terminate, !reserved, document, error);
   }
   static int HLD_CryptoFree(void* memory, char* reserved) {
     ++state.balance[memory];
-    return perform(__func__, !reserved, nullptr);
+    return perform(StandIn::release, !reserved, nullptr);
   }
   static int HLD_CryptoGetLastErrorDetails(void* handle, char* reserved, char** error) {
-    return perform(__func__, handle == &theHandle && !reserved, nullptr, error);
+    return perform(StandIn::details, handle == &theHandle && !reserved, nullptr, error);
   }
   static int HLD_CloseHandle(void** handle, char* reserved, char** error) {
-    return perform(__func__, *handle == &theHandle && !reserved, nullptr, error);
+    return perform(StandIn::close, *handle == &theHandle && !reserved, nullptr, error);
   }
   static int HLD_PersistentInitialize(void** handle, char* document, char* reserved, char** error) {
-    const int status = perform(__func__, !*handle && !reserved, document, error);
-    if (status >= 0 || told("HLD_PersistentInitialize ", StandIn::leavesHandle)) {
+    const int status = perform(StandIn::begin, !*handle && !reserved, document, error);
+    if (status >= 0 || told(StandIn::begin, StandIn::leavesHandle)) {
       *handle = &theHandle;
     }
     return status;
   }
   static int HLD_SetInfo(void* handle, char* document, char* reserved) {
-    return perform(__func__, handle == &theHandle && !reserved, document);
+    return perform(StandIn::settings, handle == &theHandle && !reserved, document);
   }
   static int HLD_UnprotectData(void* handle, void*, unsigned long, void** block,
                                unsigned long* size, char* reserved) {
     const bool good = handle == &theHandle && !reserved && !*block && *size == 0;
-    const int status = perform(__func__, good, nullptr);
+    const int status = perform(StandIn::unprotect, good, nullptr);
     if (status < 0) return status;
-    const bool givesNoBlock = told("HLD_UnprotectData ", StandIn::givesNoBlock);
+    const bool givesNoBlock = told(StandIn::unprotect, StandIn::givesNoBlock);
     *block = givesNoBlock ? nullptr : lend(state.clearText);
     *size = state.clearText.size();
     return status;
