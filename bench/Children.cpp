@@ -69,6 +69,8 @@ ChildResult medians(const std::vector<ChildResult>& results) {
 
 }  // namespace
 
+bool isBuilt(const std::string& program) { return std::filesystem::exists(besideThis(program)); }
+
 ChildResult runChild(const std::string& program, const std::vector<std::string>& arguments,
                      const std::string& binDir) {
   ::setenv("ZAN_EXEC_PATH", binDir.c_str(), 1);

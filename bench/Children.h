@@ -11,6 +11,9 @@ struct ChildResult {
   std::map<std::string, double> values;
 };
 
+/// Whether @p program stands beside this one.
+bool isBuilt(const std::string& program);
+
 /// Runs a program of this benchmark, found beside this one, with the installation whose "bin"
 /// directory is @p binDir. Throws `std::runtime_error` if it does not end with 0.
 ChildResult runChild(const std::string& program, const std::vector<std::string>& arguments,

@@ -43,7 +43,7 @@ Sample makeSample(const std::filesystem::path& folder, int count, Names grouping
          " xmlns:xsi=\"http://www.w3.org/2001/XMLSchema-instance\">\n";
   for (const std::string& name : sample.names) {
     out << "  <vtn:parameter name=\"" << name << "\">\n    <vtn:value xsi:type=\"xsd:string\">"
-        << "value 0123456789 of parameter 012</vtn:value>\n  </vtn:parameter>\n";
+        << sampleText << "</vtn:value>\n  </vtn:parameter>\n";
     names << name << '\n';
   }
   out << "</vtn:parameters>\n";

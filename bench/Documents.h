@@ -15,5 +15,8 @@ struct Sample {
   std::vector<std::string> names;
 };
 
-/// A document of @p count parameters, laid out as a person would, with 32 characters of text each.
+/// The text of each parameter.
+inline constexpr char sampleText[] = "value 0123456789 of parameter 012";
+
+/// A document of @p count parameters, laid out as a person would, each with `sampleText`.
 Sample makeSample(const std::filesystem::path& folder, int count, Names grouping);

@@ -1,17 +1,19 @@
 // Measures the library beside peers and limits in one run and prints one table of ratios.
 //
 //   vrd_bench [--quick]
+//   vrd_bench --curve     what a cold load costs at each size, as data for a plot
 
 #include <unistd.h>
 
 #include <cstdio>
-#include <cstring>
 #include <exception>
 #include <filesystem>
+#include <string>
 
 #include "bench/Children.h"
 #include "bench/Documents.h"
 #include "bench/Measure.h"
+#include "bench/PeerRows.h"
 #include "bench/Table.h"
 
 namespace {
@@ -50,6 +52,7 @@ class Bench {
     componentLists();
     protectedValues();
     flatMemory();
+    addPeerRows(m_table, m_folder.path(), m_rounds);
   }
 
  private:
@@ -196,11 +199,16 @@ class Bench {
   Table m_table;
 };
 
+void run(const std::string& option) {
+  if (option == "--curve") return printCurve(WorkFolder().path());
+  Bench(option == "--quick").run();
+}
+
 }  // namespace
 
 int main(int count, char** arguments) {
   try {
-    Bench(count > 1 && std::strcmp(arguments[1], "--quick") == 0).run();
+    run(count > 1 ? arguments[1] : "");
     return 0;
   } catch (const std::exception& error) {
     std::fprintf(stderr, "vrd_bench: %s\n", error.what());

@@ -39,6 +39,12 @@ void Table::add(const std::string& work, const std::string& unit, double ours,
          number(ratio, "%.2f"), number(reach, ratio <= reach ? "%.2f" : "%.2f  missed")});
 }
 
+void Table::add(const std::string& work, const std::string& unit, double ours,
+                const std::string& peer, double peers) {
+  print({work, number(ours, "%.4g ") + unit, peer, number(peers, "%.4g ") + unit,
+         number(peers > 0 ? ours / peers : 0, "%.2f"), ""});
+}
+
 void Table::add(const std::string& work, const std::string& unit, double ours) {
   print({work, number(ours, "%.4g ") + unit, "", "", "", ""});
 }

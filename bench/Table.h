@@ -11,6 +11,9 @@ class Table {
   /// @param reach the ratio to reach at most
   void add(const std::string& work, const std::string& unit, double ours, const std::string& peer,
            double peers, double reach);
+  /// Beside a peer that is there to compare, with no ratio to reach.
+  void add(const std::string& work, const std::string& unit, double ours, const std::string& peer,
+           double peers);
   /// A figure that nothing stands beside.
   void add(const std::string& work, const std::string& unit, double ours);
 };
