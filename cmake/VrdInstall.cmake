@@ -46,7 +46,7 @@ install(DIRECTORY samples/client samples/installation DESTINATION "${examples}"
         COMPONENT development PATTERN .gitkeep EXCLUDE)
 install(FILES README.md CHANGELOG.md DESTINATION "${CMAKE_INSTALL_DOCDIR}" COMPONENT development)
 install(DIRECTORY docs DESTINATION "${CMAKE_INSTALL_DOCDIR}"
-        COMPONENT development FILES_MATCHING PATTERN *.md PATTERN man EXCLUDE)
+        COMPONENT development FILES_MATCHING PATTERN *.md PATTERN *.svg PATTERN man EXCLUDE)
 install(FILES docs/man/vrdcfgapi.3 DESTINATION "${CMAKE_INSTALL_MANDIR}/man3"
         COMPONENT development)
 
