@@ -2,7 +2,7 @@
 
 #include <stdexcept>
 
-#include "platform/core/AsciiCase.h"
+#include "platform/core/Ascii.h"
 #include "platform/core/IcuCodec.h"
 #include "platform/core/SingleByteCodec.h"
 #include "platform/core/VRDRaise.h"

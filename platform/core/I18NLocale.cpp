@@ -6,7 +6,7 @@
 #include <string>
 #include <string_view>
 
-#include "platform/core/AsciiCase.h"
+#include "platform/core/Ascii.h"
 #include "platform/core/IcuText.h"
 #include "platform/core/LocaleServices.h"
 #include "platform/core/Utf.h"

@@ -8,20 +8,18 @@
 #include <new>
 #include <string_view>
 
+#include "platform/core/Ascii.h"
 #include "platform/core/IcuText.h"
 
 namespace {
 
-/// ICU works on names in buffers of this size and cuts or refuses longer ones.
+/// What ICU's own buffers for names hold.
 constexpr std::size_t longestName = ULOC_FULLNAME_CAPACITY - 1;
 
 /// Whether ICU can be asked about the name. Others would be taken for paths of resource files.
-/// Blanks and whatever else gets in by mistake are refused as well: ICU would make a locale of them
-/// whose name depends on where it stopped reading.
 bool isLocaleName(std::string_view name) {
   return name.size() <= longestName && std::all_of(name.begin(), name.end(), [](char ch) {
-           return (ch >= 'a' && ch <= 'z') || (ch >= 'A' && ch <= 'Z') ||
-                  (ch >= '0' && ch <= '9') || std::strchr("_-@=;.", ch) != nullptr;
+           return isAsciiAlphanumeric(ch) || std::strchr("_-@=;.", ch) != nullptr;
          });
 }
 

@@ -10,12 +10,9 @@
 #include <utility>
 #include <vector>
 
-namespace {
+#include "platform/core/Ascii.h"
 
-bool isLowerCase(char ch) { return ch >= 'a' && ch <= 'z'; }
-bool isAlphanumeric(char ch) {
-  return isLowerCase(ch) || (ch >= 'A' && ch <= 'Z') || (ch >= '0' && ch <= '9');
-}
+namespace {
 
 /// The locale that the environment names for messages, without encoding and modifier: "de_AT". The
 /// variables are those of the system, first to last; an empty one counts as not set.
@@ -37,8 +34,8 @@ std::vector<std::string> messageLanguages() {
   const std::string_view region = locale.substr(std::min(language.size() + 1, locale.size()));
   // They become part of a file's name. This also leaves out "C" and "POSIX", which are no
   // languages.
-  if (!language.empty() && std::all_of(language.begin(), language.end(), isLowerCase)) {
-    if (!region.empty() && std::all_of(region.begin(), region.end(), isAlphanumeric)) {
+  if (!language.empty() && std::all_of(language.begin(), language.end(), isAsciiLower)) {
+    if (!region.empty() && std::all_of(region.begin(), region.end(), isAsciiAlphanumeric)) {
       languages.emplace_back(locale);
     }
     languages.emplace_back(language);
