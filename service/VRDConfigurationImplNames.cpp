@@ -72,7 +72,8 @@ std::shared_ptr<const VRDConfigurationImpl::TextMap> VRDConfigurationImpl::getLi
   I18NLocale displayLocale = localeOf(locale);
   for (const I18NString& code : *list) {
     std::optional<I18NString> name = nameOf(code, kind, displayLocale);
-    if (name) names->emplace(code, std::move(*name));
+    // Most lists are in the order of their codes, so the end is the place.
+    if (name) names->emplace_hint(names->end(), code, std::move(*name));
   }
   cache->emplace(locale, names);
   return names;
