@@ -2,7 +2,8 @@
 
 #include "platform/core/VRDExport.h"
 
-/// Begins a use of the text layer. Calls nest and may come from any thread.
+/// Begins a use of the text layer. Calls nest and may come from any thread; none of these functions
+/// throws.
 /// Construction, assignment, appending, null-encoding `c_str` and destruction of an `I18NString`
 /// work without it, before the first call and after the last end.
 VRD_EXPORT void I18NInitialize();

@@ -8,6 +8,8 @@
 ///
 /// Bits of the last character that carry no data must be 0, so that bytes have one text only.
 ///
+/// Throws nothing and keeps nothing: no copy of the bytes is left behind. Any thread may call it.
+///
 /// @param text NUL-terminated base64; empty text gives no bytes; null is not base64
 /// @param out  receives the bytes, and a NUL behind them; may not overlap @p text. Nothing
 ///             beyond its room is written

@@ -8,7 +8,8 @@
 #include "platform/core/VRDThrowable.h"
 
 /// What the three errors of the runtime have in common: a code and a text. Copies share the text,
-/// so that raising such an error asks for no memory.
+/// so that raising such an error asks for no memory. Making one does not fail: a text that finds no
+/// memory is left out.
 class VRD_EXPORT VRDError : public VRDThrowable {
  public:
   ~VRDError() override;
@@ -23,7 +24,7 @@ class VRD_EXPORT VRDError : public VRDThrowable {
   long getCode() const { return m_code; }
 
  protected:
-  /// @param text   null and empty stand for no text, and so does a text that finds no memory
+  /// @param text   in UTF-8; null and empty stand for no text
   /// @param kind   the message where there is no text; static storage
   VRDError(long code, const char* text, const char* kind) noexcept;
   VRDError(const VRDError&);

@@ -10,7 +10,8 @@ enum VRDSeverity : int {
   VRDSeverity_Error = 1,
 };
 
-/// A throwable with a severity, an error code and messages.
+/// A throwable with a severity, an error code and messages. A copy has all of them, and the back
+/// trace; it may throw `std::bad_alloc`.
 class VRD_EXPORT VRDException : public VRDThrowable, public VRDMessageSet {
  public:
   /// Without messages.

@@ -7,7 +7,8 @@
 
 /// Path operations, and the process-wide effective working directory that relative paths are
 /// resolved against. Paths are bytes; as `I18NString` they are in the platform encoding, which
-/// keeps every byte. Any thread may call any operation at any time.
+/// keeps every byte. Any thread may call any operation at any time. Only want of memory makes one
+/// throw, `std::bad_alloc`, and then nothing has changed.
 class VRD_EXPORT VRDFmDir {
  public:
   VRDFmDir() = delete;

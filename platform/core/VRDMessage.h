@@ -26,6 +26,7 @@ class VRD_EXPORT VRDMessageBase {
 /// One text parameter of a message.
 class VRD_EXPORT VRDMessageParm {
  public:
+  /// @param text goes into the message as it is; the caller sees to it that it is no secret
   explicit VRDMessageParm(const I18NString& text);
   const I18NString& getText() const { return m_text; }
 

@@ -8,7 +8,8 @@ VRDMessageSet::VRDMessageSet(const VRDMessageSet& source) {
 }
 
 VRDMessageSet& VRDMessageSet::operator=(const VRDMessageSet& source) {
-  // The copy comes first: a failure leaves this set as it was, and a set may be given itself.
+  // By copy and swap. The copy comes first: a failure leaves this set as it was, and a set may be
+  // given itself.
   VRDMessageSet copy(source);
   m_messages.swap(copy.m_messages);
   return *this;
