@@ -172,6 +172,8 @@ class VRD_EXPORT VRDConfiguration {
       VRD_REQUIRES(m_lock);
   ParameterValue valueOf(VRDIDOM_Element& parameter);
   ParameterValue startupValueOf(VRDIDOM_Element& child);
+  void append(VRDIDOM_Element& root, const I18NString& name, const VRDIDOM_Element& parameter)
+      VRD_REQUIRES(m_lock);
   void insert(const I18NString& name, VRDIDOM_Element parameter) VRD_REQUIRES(m_lock);
 
   // Values.
@@ -188,6 +190,7 @@ class VRD_EXPORT VRDConfiguration {
   ParameterTable m_parameters VRD_GUARDED_BY(m_lock);
   VRDIDOM_Document m_configDoc VRD_GUARDED_BY(m_lock);
   void* m_cryptoHandle VRD_GUARDED_BY(m_lock) = nullptr;
+  bool m_isRewriteDue VRD_GUARDED_BY(m_lock) = false;  // the tree changed, and rewriting failed
   VRDThreadRecursiveCriticalSection m_lock;
   // The vocabulary: set by the constructor, never changed.
   std::unique_ptr<const I18NString> m_namespaceUri;

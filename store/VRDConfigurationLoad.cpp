@@ -33,8 +33,8 @@ VRDCFGAPI_ErrorState VRDConfiguration::_init(IBJBufferedInputStream* stream) {
 
 VRDCFGAPI_ErrorState VRDConfiguration::_init(VRDIDOM_Element* element) {
   VRDThreadGuard guard(m_lock);
+  bool isChanged = m_isRewriteDue;
   try {
-    bool isChanged = false;
     VRDCFGAPI_ErrorState state = VRDCFGAPI_NoError;
     if (m_configDoc.isNull()) {
       beginTree();
@@ -52,8 +52,10 @@ VRDCFGAPI_ErrorState VRDConfiguration::_init(VRDIDOM_Element* element) {
       VRDIDOM_Element root = m_configDoc.getDocumentElement();
       rewritePathValues(root);
     }
+    m_isRewriteDue = false;
     return state;
   } catch (...) {
+    m_isRewriteDue = isChanged;
     return VRDCFGAPI_InternalError;
   }
 }
@@ -82,8 +84,7 @@ void VRDConfiguration::addDefaults(const char* const* (*defaults)()) {
     const I18NString name = platformText(defaults()[index]);
     if (name.empty()) return;
     VRDIDOM_Element parameter = makePlainParameter(name, platformText(defaults()[index + 1]));
-    root.appendChild(parameter);
-    insert(name, parameter);
+    append(root, name, parameter);
   }
 }
 

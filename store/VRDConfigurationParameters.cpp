@@ -30,6 +30,18 @@ ParameterValue VRDConfiguration::valueOf(VRDIDOM_Element& parameter) {
   return {value, saysTrue(parameter, vocabulary().opaque), saysTrue(value, *m_encryptedAttribute)};
 }
 
+/// Puts a parameter at the end of the tree and into the table, or into neither.
+void VRDConfiguration::append(VRDIDOM_Element& root, const I18NString& name,
+                              const VRDIDOM_Element& parameter) {
+  root.appendChild(parameter);
+  try {
+    insert(name, parameter);
+  } catch (...) {
+    root.removeChild(parameter);
+    throw;
+  }
+}
+
 /// A name that is in the table keeps the element it has.
 void VRDConfiguration::insert(const I18NString& name, VRDIDOM_Element parameter) {
   const auto [entry, isNew] = m_parameters.insert({name, parameter});

@@ -109,9 +109,7 @@ void VRDConfiguration::scanParameter(VRDIDOM_Element& source, VRDIDOM_Element& r
     m_configDoc.recycle(replaced);
     return;
   }
-  const VRDIDOM_Element addition = m_configDoc.importNode(scanned, 1);
-  root.appendChild(addition);
-  insert(name, addition);
+  append(root, name, m_configDoc.importNode(scanned, 1));
   // Only where they are new: settings that were applied once are not applied again.
   if (name == s_AdvSettings) _scanAdvancedSettingsHelper(sourceValue);
 }
