@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <string>
 
+#include "platform/core/IcuText.h"
 #include "platform/core/LocaleServices.h"
 
 namespace {
@@ -19,11 +20,13 @@ bool isCurrencyCode(const std::u16string& code) {
 /// The name in ICU's own memory, or null.
 const char16_t* findName(const std::u16string& code, const icu::Locale& locale, int32_t& length) {
   UBool isChoiceFormat = 0;
-  UErrorCode status = U_ZERO_ERROR;
-  const char16_t* name = ucurr_getName(code.c_str(), locale.getName(), UCURR_LONG_NAME,
-                                       &isChoiceFormat, &length, &status);
+  const char16_t* name = nullptr;
+  const UErrorCode status = askIcu([&](UErrorCode& error) {
+    name = ucurr_getName(code.c_str(), locale.getName(), UCURR_LONG_NAME, &isChoiceFormat, &length,
+                         &error);
+  });
   // Of a code that nobody knows ICU gives the code back, in this case as it was passed.
-  return U_FAILURE(status) || name == code.c_str() ? nullptr : name;
+  return !hasSucceeded(status) || name == code.c_str() ? nullptr : name;
 }
 
 }  // namespace

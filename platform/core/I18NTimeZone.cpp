@@ -4,6 +4,7 @@
 #include <unicode/timezone.h>
 
 #include <memory>
+#include <new>
 #include <vector>
 
 #include "platform/core/IcuText.h"
@@ -31,7 +32,7 @@ icu::UnicodeString ownName(const icu::UnicodeString& id, const icu::TimeZoneName
   icu::UnicodeString name;
   UErrorCode status = U_ZERO_ERROR;
   icu::TimeZone::getCanonicalID(id, canonicalId, status);
-  if (U_SUCCESS(status)) names.getTimeZoneDisplayName(canonicalId, UTZNM_LONG_STANDARD, name);
+  if (hasSucceeded(status)) names.getTimeZoneDisplayName(canonicalId, UTZNM_LONG_STANDARD, name);
   return name;
 }
 
@@ -40,7 +41,8 @@ icu::UnicodeString offsetText(const icu::UnicodeString& id, const icu::TimeZoneF
   icu::UnicodeString text;
   UErrorCode status = U_ZERO_ERROR;
   const std::unique_ptr<icu::TimeZone> zone(icu::TimeZone::createTimeZone(id));
-  if (zone && format != nullptr) {
+  if (!zone) throw std::bad_alloc();  // of an id that nobody knows ICU makes GMT
+  if (format != nullptr) {
     // Without daylight saving, as names are those of standard time.
     format->formatOffsetLocalizedGMT(zone->getRawOffset(), text, status);
   }
@@ -49,9 +51,9 @@ icu::UnicodeString offsetText(const icu::UnicodeString& id, const icu::TimeZoneF
 
 std::vector<I18NTimeZone> makeAvailable() {
   std::vector<I18NTimeZone> zones;
-  const std::unique_ptr<icu::StringEnumeration> ids(icu::TimeZone::createEnumeration());
   UErrorCode status = U_ZERO_ERROR;
-  while (const icu::UnicodeString* id = ids ? ids->snext(status) : nullptr) {
+  const std::unique_ptr<icu::StringEnumeration> ids(icu::TimeZone::createEnumeration(status));
+  while (const icu::UnicodeString* id = hasSucceeded(status) ? ids->snext(status) : nullptr) {
     zones.emplace_back(fromIcu(*id));
   }
   return zones;

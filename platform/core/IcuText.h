@@ -1,6 +1,7 @@
 #pragma once
 
 #include <unicode/unistr.h>
+#include <unicode/utypes.h>
 
 #include <new>
 #include <string>
@@ -10,6 +11,25 @@
 /// ICU does not throw: a text that found no memory is "bogus", and all bogus texts are equal.
 inline void requireMemory(const icu::UnicodeString& text) {
   if (text.isBogus()) throw std::bad_alloc();
+}
+
+/// Whether ICU has an answer. Want of memory is none: it throws, so that nobody takes it for a name
+/// that ICU does not know.
+inline bool hasSucceeded(UErrorCode status) {
+  if (status == U_MEMORY_ALLOCATION_ERROR) throw std::bad_alloc();
+  return U_SUCCESS(status);
+}
+
+/// Asks ICU, and once more where it fell back to a default: it does so as well where it had no
+/// memory to look, and does not say it.
+template <class Ask>
+UErrorCode askIcu(Ask ask) {
+  UErrorCode status = U_ZERO_ERROR;
+  ask(status);
+  if (status != U_USING_DEFAULT_WARNING) return status;
+  status = U_ZERO_ERROR;
+  ask(status);
+  return status;
 }
 
 /// The text as ICU takes it. Every byte survives the way there and back.

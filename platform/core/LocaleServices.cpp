@@ -5,7 +5,7 @@
 
 #include <algorithm>
 #include <cstring>
-#include <new>
+#include <string>
 #include <string_view>
 
 #include "platform/core/Ascii.h"
@@ -28,7 +28,7 @@ bool isLocaleName(std::string_view name) {
 bool hasDisplayNames(const icu::Locale& locale) {
   UErrorCode status = U_ZERO_ERROR;
   ures_close(ures_open(nullptr, locale.getName(), &status));
-  return U_SUCCESS(status) && status != U_USING_DEFAULT_WARNING;
+  return hasSucceeded(status) && status != U_USING_DEFAULT_WARNING;
 }
 
 /// In Turkish and Azerbaijani "I" is the capital of a dotless letter, and "i" has a dotted capital.
@@ -37,14 +37,29 @@ bool hasOwnI(const icu::Locale& locale) {
          std::strcmp(locale.getLanguage(), "az") == 0;
 }
 
+/// What `icu::Locale::getDisplayName` gives; that keeps silent about want of memory.
+std::u16string displayName(const icu::Locale& locale, const icu::Locale& display) {
+  std::u16string name(longestName, u'\0');
+  UErrorCode status = U_BUFFER_OVERFLOW_ERROR;
+  while (status == U_BUFFER_OVERFLOW_ERROR) {
+    const auto room = static_cast<int32_t>(name.size());
+    int32_t length = 0;
+    status = askIcu([&](UErrorCode& error) {
+      length = uloc_getDisplayName(locale.getName(), display.getName(), name.data(), room, &error);
+    });
+    name.resize(static_cast<std::size_t>(length));
+  }
+  if (!hasSucceeded(status)) name.clear();
+  return name;
+}
+
 /// Null for any failure but want of memory: that passes, so it is thrown and not kept.
 template <class Service>
 std::unique_ptr<const Service> makeService(Service* (*create)(const icu::Locale&, UErrorCode&),
                                            const icu::Locale& locale) {
   UErrorCode status = U_ZERO_ERROR;
   std::unique_ptr<const Service> service(create(locale, status));
-  if (status == U_MEMORY_ALLOCATION_ERROR) throw std::bad_alloc();
-  if (U_FAILURE(status)) service.reset();
+  if (!hasSucceeded(status)) service.reset();
   return service;
 }
 
@@ -73,8 +88,7 @@ const std::shared_ptr<const LocaleServices>& LocaleServices::ofDefault() {
 I18NString LocaleServices::nameIn(const LocaleServices& display) const {
   // The name as given tells a person more than the "Unknown language" that the root would show.
   if (!m_known) return I18NString(m_name);
-  icu::UnicodeString name;
-  return fromIcu(m_locale.getDisplayName(display.displayLocale(), name));
+  return I18NString::fromUtf16(displayName(m_locale, display.displayLocale()));
 }
 
 // What follows is made when it is first asked for. Most locales are only ever a code whose name is
