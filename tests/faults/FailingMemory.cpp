@@ -1,0 +1,73 @@
+#include "tests/faults/FailingMemory.h"
+
+#include <unicode/uclean.h>
+
+#include <cstddef>
+#include <cstdlib>
+#include <new>
+
+// The linker leads `malloc` and its family in our objects to `__wrap_`, and gives the C library's
+// as
+// `__real_`. What the C library takes for itself does not fail: it has its own tests.
+
+namespace {
+
+struct Plan {
+  long left = 0;  // up to the failure; 0 or less: it is here or was
+  bool armed = false;
+  bool lasts = false;
+  bool failed = false;
+};
+thread_local Plan plan;
+
+bool mayHave() {
+  if (!plan.armed) return true;
+  --plan.left;
+  const bool fails = plan.left == 0 || (plan.left < 0 && plan.lasts);
+  plan.failed = plan.failed || fails;
+  return !fails;
+}
+
+}  // namespace
+
+FailingMemory::FailingMemory(long first, Which which) {
+  plan = {first, true, which == Which::AllFrom, false};
+}
+FailingMemory::~FailingMemory() { plan.armed = false; }
+
+bool FailingMemory::hasFailed() { return plan.failed; }
+
+extern "C" {
+void* __real_malloc(std::size_t size);
+void* __real_calloc(std::size_t count, std::size_t size);
+void* __real_realloc(void* memory, std::size_t size);
+void* __wrap_malloc(std::size_t size) { return mayHave() ? __real_malloc(size) : nullptr; }
+void* __wrap_calloc(std::size_t count, std::size_t size) {
+  return mayHave() ? __real_calloc(count, size) : nullptr;
+}
+void* __wrap_realloc(void* memory, std::size_t size) {
+  return mayHave() ? __real_realloc(memory, size) : nullptr;
+}
+
+static void* icuMalloc(const void*, std::size_t size) { return __wrap_malloc(size); }
+static void* icuRealloc(const void*, void* memory, std::size_t size) {
+  return __wrap_realloc(memory, size);
+}
+static void icuFree(const void*, void* memory) { std::free(memory); }
+}
+
+// Not inlined: the compiler would take `free` for the wrong end of `new` there.
+[[gnu::noinline]] void* operator new(std::size_t size) {
+  void* memory = mayHave() ? __real_malloc(size == 0 ? 1 : size) : nullptr;
+  if (memory == nullptr) throw std::bad_alloc();
+  return memory;
+}
+[[gnu::noinline]] void operator delete(void* memory) noexcept { std::free(memory); }
+[[gnu::noinline]] void operator delete(void* memory, std::size_t) noexcept { std::free(memory); }
+
+// Before anything has used ICU.
+static const bool icuIsOurs = [] {
+  UErrorCode error = U_ZERO_ERROR;
+  u_setMemoryFunctions(nullptr, icuMalloc, icuRealloc, icuFree, &error);
+  return U_SUCCESS(error);
+}();

@@ -1,0 +1,238 @@
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <future>
+#include <memory>
+#include <optional>
+#include <set>
+
+#include "platform/core/I18NLocale.h"
+#include "platform/core/I18NTimeZone.h"
+#include "platform/core/VRDErrors.h"
+#include "startup/VRDStartupConfiguration.h"
+#include "tests/faults/FailingMemory.h"
+#include "tests/service/Service.h"
+#include "tests/support/StandInDefaults.h"
+
+namespace {
+
+using Which = FailingMemory::Which;
+
+/// A way through the library.
+struct Road {
+  const char* what;
+  std::function<void()> prepare;      // with all memory there is
+  std::function<std::string()> walk;  // gives what it came to
+  /// What was prepared need not serve again after a failure, only do no harm.
+  bool once = false;
+};
+
+/// What came of it; "no memory" where the library says so.
+std::string outcomeOf(const std::function<std::string()>& walk) {
+  try {
+    return walk();
+  } catch (const VRDConfigurationException& error) {
+    return error.getCode() == VRDCFGAPI_InternalError ? "no memory"
+                                                      : "state " + std::to_string(error.getCode());
+  } catch (const VRDOutOfMemoryError&) {
+    return "no memory";
+  } catch (const std::bad_alloc&) {
+    return "no memory";
+  }
+}
+
+/// On another thread, which a lock that is still held would keep for ever.
+std::string outcomeElsewhere(const std::function<std::string()>& walk) {
+  return std::async(std::launch::async, [&] { return outcomeOf(walk); }).get();
+}
+
+std::string stated(VRDCFGAPI_ErrorState state, const I18NString& text) {
+  if (state == VRDCFGAPI_InternalError) return "no memory";
+  return std::to_string(state) + ": " + text.c_str();
+}
+
+std::string joined(const std::map<I18NString, I18NString>& map) {
+  std::string text;
+  for (const auto& [key, value] : map) text += std::string(key.c_str()) + "=" + value.c_str() + ";";
+  return text;
+}
+
+std::string wholeTree() {
+  I18NString text;
+  return stated(store().getValue("", 0, text), text);
+}
+
+void loadStore() {
+  startOver();
+  store();
+}
+
+/// Walks @p road with each of its allocations failing in turn, until it needs no more of them.
+void expectNothingBreaks(const Road& road, Which which) {
+  road.prepare();
+  const std::string good = outcomeOf(road.walk);
+  ASSERT_NE(good, "no memory") << road.what;
+  bool failed = true;
+  for (long number = 1; failed; ++number) {
+    road.prepare();
+    std::string outcome;
+    {
+      const FailingMemory failing(number, which);
+      outcome = outcomeOf(road.walk);
+    }
+    failed = FailingMemory::hasFailed();
+    ASSERT_TRUE(outcome == good || (failed && outcome == "no memory"))
+        << road.what << ", allocation " << number << ": " << outcome << "\nnot: " << good;
+    if (road.once) {
+      outcomeElsewhere(road.walk);
+      road.prepare();
+    }
+    ASSERT_EQ(outcomeElsewhere(road.walk), good) << road.what << ", behind allocation " << number;
+  }
+}
+
+class OutOfMemoryTest : public testing::TestWithParam<Which> {
+ protected:
+  OutOfMemoryTest() {
+    StandInDefaults::setRuntime({{"default", "of the runtime, longer than a short text"}});
+    installation.setLocales(
+        "<supportedProductLocales><locale id='de-ch'/><locale id='en'/></supportedProductLocales>"
+        "<productLocaleMap><localeMap key='de-*' value='de-ch'/></productLocaleMap>"
+        "<supportedContentLocales><locale id='ja'/></supportedContentLocales>"
+        "<contentLocaleMap><localeMap key='*' value='ja'/></contentLocaleMap>"
+        "<supportedCurrencies><currency id='CHF'/></supportedCurrencies>"
+        "<supportedFonts><font id='a font with a long name'/></supportedFonts>"
+        "<fontsMap><fontMap key='a font with a long name' value='serif'/></fontsMap>");
+    installation.setComponents("COMPONENT_version=1.2.3, a version longer than a short text\n");
+  }
+
+  void expectNothingBreaksOn(const std::vector<Road>& roads) {
+    for (const Road& road : roads) {
+      SCOPED_TRACE(road.what);
+      expectNothingBreaks(road, GetParam());
+    }
+  }
+
+  const ServiceInstallation installation{
+      parameter("plain", "a value that is longer than a short text") +
+      parameter("default", "of the document") +
+      parameter("path", "../%HOME%/x", "", "xsi:type='cfg:filePath'") +
+      parameter("tree", "<a>b<c d='e'/></a>", "opaque='true'") +
+      parameter("off", "x", "disabled='true'") + parameter("temp", "../temp")};
+};
+
+TEST_P(OutOfMemoryTest, TheStoreStandsOrComesAgain) {
+  const auto init = [] {
+    const VRDCFGAPI_ErrorState state = store().init();
+    return state == VRDCFGAPI_NoError ? wholeTree() : stated(state, "");
+  };
+  const auto readTextOf = [](const char* name) {
+    return [=] {
+      I18NString text;
+      return stated(store().getValue(name, 0, text), text);
+    };
+  };
+  const auto readNodeOf = [](const char* name) {
+    return [=] {
+      VRDIDOM_Node node;
+      const VRDCFGAPI_ErrorState state = store().getValue(name, 0, node);
+      return stated(state, node.isNull() ? "" : "a node");
+    };
+  };
+  const auto set = [&](const char* name) {
+    return [=] {
+      const VRDCFGAPI_ErrorState state =
+          store().setValue(name, "the value that is set, a long one");
+      return state == VRDCFGAPI_NoError ? readTextOf(name)() : stated(state, "");
+    };
+  };
+  const auto scan = [] {
+    std::istringstream text("<queryResult><group>" + queried("plain", "other") +
+                            queried("tree", "<a>other</a>") + queried("added", "<f/>") +
+                            "<bare><value>text</value></bare></group></queryResult>");
+    IBJBufferedInputStream stream(text);
+    const VRDCFGAPI_ErrorState state = store().init(stream);
+    return state == VRDCFGAPI_NoError ? wholeTree() : stated(state, "");
+  };
+  expectNothingBreaksOn({{"load", startOver, init},
+                         {"plain text", loadStore, readTextOf("plain")},
+                         {"opaque text", loadStore, readTextOf("tree")},
+                         {"whole tree", loadStore, readTextOf("")},
+                         {"node", loadStore, readNodeOf("tree")},
+                         {"whole tree's node", loadStore, readNodeOf("")},
+                         {"new value", loadStore, set("new")},
+                         {"replaced value", loadStore, set("tree")},
+                         {"query results", loadStore, scan}});
+}
+
+TEST_P(OutOfMemoryTest, TheStartupObjectReadsAgain) {
+  std::optional<VRDStartupConfiguration> object;
+  const auto names = [&] {
+    std::list<I18NString> found;
+    const VRDCFGAPI_ErrorState state = object->getParameterNames(found);
+    std::string text;
+    for (const I18NString& name : found) text += std::string(name.c_str()) + ";";
+    return stated(state, text.c_str());
+  };
+  const auto value = [&] {
+    I18NString text;
+    return stated(object->getValue("tree", 0, text), text);
+  };
+  const auto document = [&] {
+    I18NString text;
+    return stated(object->getStartupConfigurationDocument(text), text);
+  };
+  const auto prepare = [&] { (startOver(), object.emplace()); };
+  expectNothingBreaksOn({{"object", [] {}, [] { return (VRDStartupConfiguration(), "made"); }},
+                         {"names", prepare, names},
+                         {"value", prepare, value},
+                         {"document", prepare, document}});
+}
+
+TEST_P(OutOfMemoryTest, AServiceObjectTellsItOnce) {
+  std::optional<PrivateService> object;
+  const auto prepare = [&] { object.emplace(); };
+  const auto service = [&]() -> IVRDConfiguration& { return **object; };
+  const auto mapping = [&](I18NString font) {
+    return std::string(service().mapFont(font).c_str());
+  };
+  const auto mapped = [&](const char* locale) {
+    return std::string(service().mapProductLocale(locale, 1).c_str());
+  };
+  const auto fonts = [&] { return std::to_string(service().getFonts("").size()); };
+  expectNothingBreaksOn({
+      {"object", [] {}, [] { return (PrivateService(), "made"); }},
+      {"product locales", prepare, [&] { return joined(service().getProductLocaleList("de")); },
+       true},
+      {"content locales", prepare, [&] { return joined(service().getContentLocaleList("de")); },
+       true},
+      {"currencies", prepare, [&] { return joined(service().getCurrencies("de")); }, true},
+      {"a product locale", prepare,
+       [&] { return std::to_string(service().validateProductLocale("de-ch")); }, true},
+      {"a mapped locale", prepare, [&] { return mapped("de_AT"); }, true},
+      {"fonts", prepare, fonts, true},
+      {"font", prepare, [&] { return mapping("a font with a long name"); }, true},
+      {"time zone", prepare,
+       [] {
+         I18NString name;
+         I18NTimeZone("Europe/Zurich").getDisplayName(name, I18NLocale("de"));
+         return std::string(name.c_str());
+       }},
+      {"tables from query results", [&] { (loadStore(), prepare()); },
+       [&] {
+         initWith(service(), queried("supportedFonts", items("one two")) +
+                                 queried("supportedCurrencies", items("EUR")) +
+                                 queried("productLocaleMap", pairs("en-*=en")));
+         return joined(service().getCurrencies("de")) + mapped("en-us") + fonts();
+       }},
+      {"version", prepare,
+       [&] { return std::string(service().getComponentVersion("COMPONENT").c_str()); }, true},
+      {"names", prepare, [&] { return std::to_string(service().getParameterNames().size()); }},
+      {"a refused value", prepare,
+       [&] { return std::string(service().getValue("tree", 1).c_str()); }},
+  });
+}
+
+INSTANTIATE_TEST_SUITE_P(, OutOfMemoryTest, testing::Values(Which::One, Which::AllFrom));
+
+}  // namespace
