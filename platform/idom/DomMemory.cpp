@@ -1,6 +1,7 @@
 #include "platform/idom/DomMemory.h"
 
 #include <malloc.h>
+#include <string.h>
 
 #include <cstdlib>
 #include <xercesc/util/OutOfMemoryException.hpp>
@@ -19,6 +20,10 @@ void* DomMemory::allocate(XMLSize_t size) {
 
 void DomMemory::deallocate(void* memory) {
   if (memory == nullptr) return;
-  m_bytesInUse.fetch_sub(::malloc_usable_size(memory), std::memory_order_relaxed);
+  const std::size_t size = ::malloc_usable_size(memory);
+  m_bytesInUse.fetch_sub(size, std::memory_order_relaxed);
+  // Whether it held a decrypted value is not known here. It costs little: a document goes in large
+  // pieces, and seldom.
+  ::explicit_bzero(memory, size);
   std::free(memory);
 }

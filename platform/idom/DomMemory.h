@@ -6,7 +6,8 @@
 #include <cstddef>
 
 /// The memory of all documents and parsers of the layer. Lives as long as the process and belongs
-/// to nobody else, so that documents outlive a neighbour that ends Xerces-C.
+/// to nobody else, so that documents outlive a neighbour that ends Xerces-C. Wiped when it is given
+/// back: documents can hold decrypted values.
 class DomMemory final : public xercesc::MemoryManager {
  public:
   static DomMemory& instance();
