@@ -16,11 +16,13 @@ const std::string digits = "206162636465666768696a6b6c6d6e6f70717273747576777879
 const std::string line = "vrdkey 1 " + digits + "\n";
 const std::string bytes = " abcdefghijklmnopqrstuvwxyz{|}~\xFF";
 
-mode_t modeOf(const std::filesystem::path& path) {
+struct stat statusOf(const std::filesystem::path& path) {
   struct stat status {};
   EXPECT_EQ(::stat(path.c_str(), &status), 0) << path;
-  return status.st_mode & 07777;
+  return status;
 }
+
+mode_t modeOf(const std::filesystem::path& path) { return statusOf(path).st_mode & 07777; }
 
 class KeyFolderTest : public testing::Test {
  protected:
@@ -63,6 +65,11 @@ TEST_F(KeyFolderTest, KeysAreCountedUpPrivateAndComeBackAsTheyWere) {
   EXPECT_EQ(modeOf(folder / "keys"), 0700u);
   EXPECT_EQ(read(2), std::string(SecretKey::size, 'b'));
   EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder / "keys"), {}), 3);
+
+  std::filesystem::remove_all(folder / "keys");
+  folder.write("keys", "");  // no folder
+  EXPECT_THROW(add('x'), KeyError);
+  EXPECT_THROW(keys.newest(), KeyError);
 }
 
 TEST_F(KeyFolderTest, TheNewestIsTheHighestNumberAmongWhatHasTheFormOfAKeyName) {
@@ -102,17 +109,9 @@ TEST_F(KeyFolderTest, WhatRootMakesBelongsToTheOwnerOfTheFolderAroundIt) {
   constexpr uid_t service = 12345;
   ASSERT_EQ(::chown(folder.path().c_str(), service, service), 0);
   for (const std::string& path : {keys.fileOf(add('x')), (folder / "keys").string()}) {
-    struct stat status {};
-    ASSERT_EQ(::stat(path.c_str(), &status), 0);
-    EXPECT_EQ(status.st_uid, service) << path;
-    EXPECT_EQ(status.st_mode & 077, 0u) << path;
+    EXPECT_EQ(statusOf(path).st_uid, service) << path;
+    EXPECT_EQ(modeOf(path) & 077, 0u) << path;
   }
-}
-
-TEST_F(KeyFolderTest, AFileInThePlaceOfTheFolderIsToldOf) {
-  folder.write("keys", "");
-  EXPECT_THROW(add('x'), KeyError);
-  EXPECT_THROW(keys.newest(), KeyError);
 }
 
 TEST_F(KeyFolderTest, KeysAddedAtOnceAreAllKept) {
