@@ -11,7 +11,7 @@
 
 namespace {
 
-constexpr std::uintmax_t largestFile = 1024 * 1024;
+constexpr std::uintmax_t largestFile = 1 << 20;
 
 /// Asked before the file is opened: a pipe would keep its reader waiting.
 bool hasRightForm(const std::string& file) {

@@ -44,6 +44,11 @@ std::vector<std::string> messageLanguages() {
   return languages;
 }
 
+/// Whether nothing outside the folder would be read.
+bool isFileName(std::string_view catalogue) {
+  return catalogue.find_first_of(std::string_view("/\0", 2)) == std::string_view::npos;
+}
+
 /// The folder of the file that this code was loaded from; empty if it cannot be told.
 std::filesystem::path libraryFolder() {
   static const char inThisLibrary = 0;
@@ -74,10 +79,7 @@ MessageCatalogues& MessageCatalogues::installed() {
 }
 
 const std::string* MessageCatalogues::find(std::string_view catalogue, unsigned long number) {
-  // A name is no path: nothing outside the folder is read.
-  if (m_folder.empty() || catalogue.find_first_of(std::string_view("/\0", 2)) != catalogue.npos) {
-    return nullptr;
-  }
+  if (m_folder.empty() || !isFileName(catalogue)) return nullptr;
   for (const std::string& language : messageLanguages()) {
     std::string file = m_folder + '/';
     file.append(catalogue).append("_").append(language).append(".txt");

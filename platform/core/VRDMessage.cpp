@@ -23,7 +23,7 @@ std::size_t placeAt(std::string_view text, std::size_t& index) {
 /// as it is written, as does any other brace.
 I18NString filled(std::string_view text, const VRDMessage& message) {
   std::string result;
-  for (std::size_t open; (open = text.find('{')) != std::string_view::npos;) {
+  for (std::size_t open = text.find('{'); open != std::string_view::npos; open = text.find('{')) {
     result.append(text.substr(0, open));
     text.remove_prefix(open);
     std::size_t index = 0;
