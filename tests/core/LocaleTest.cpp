@@ -115,11 +115,11 @@ TEST(TimeZone, IsNamedAsByThePlainWay) {
   ASSERT_GT(ids.size(), 400U);
   // What is no zone is taken as well; case counts.
   ids.insert(ids.end(), {"", "No/Such", "europe/paris", "\xFF", "GMT+5"});
+  // A tenth of ICU's locales. They differ in what they have names for, not in the way to them.
   int count = 0;
   const icu::Locale* locales = icu::Locale::getAvailableLocales(count);
-  for (int index = 0; index < count; ++index) {
+  for (int index = 0; index < count; index += 10) {
     const char* locale = locales[index].getName();
-    if (*locales[index].getCountry() != '\0') continue;
     const I18NLocale display(locale);
     for (const std::string& id : ids) {
       ASSERT_EQ(zoneName(id.c_str(), display), icuZoneName(id.c_str(), locale)) << id << locale;
