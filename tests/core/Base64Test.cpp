@@ -53,10 +53,10 @@ TEST(Base64, RefusesEverythingElse) {
   // Cut off; padding missing, alone, too much, inside; text behind it; bits set that carry no data;
   // white space that is no line break; CR without LF.
   const std::string rows[] = {
-      "A",         "AA",         "AAA",       "AAAAA",   "AAAA\nAA", "Zg=",  "Zm8",
-      "=",         "====",       "A===",      "Zm9v=",   "Zm9v====", "Zg=A", "Z=g=",
-      "=Zg=",      "Zg==Zg==",   "Zg==A",     "Zg==\n=", "Zh==",     "Zm9=", "Zm9vZ/==",
-      "Zm9v YmFy", "Zm9v\rYmFy", "Zm9v Zg==", "Zm9\tv"};
+      "A",         "AA",         "AAA",         "AAAAA",     "AAAA\nAA", "Zg=",  "Zm8",
+      "=",         "====",       "A===",        "Zm9v=",     "Zm9v====", "Zg=A", "Z=g=",
+      "=Zg=",      "Zg==Zg==",   "Zg==A",       "Zg==\n=",   "Zh==",     "Zm9=", "Zm9vZ/==",
+      "Zm9v YmFy", "Zm9v\rYmFy", "Zm9v\r_YmFy", "Zm9v Zg==", "Zm9\tv"};
   std::string decoded;
   for (const std::string& text : rows)
     EXPECT_EQ(decode(text, 99, decoded), 1) << testing::PrintToString(text);
