@@ -32,7 +32,7 @@ TEST(Encoding, TextGoesInAndComesOutTheSame) {
               {"utf_8", "\xC3", "\xC3", ""},
               {"US-ASCII", "a\xE9", "a\xE9", ""},
               {"iso-8859-1", "caf\xE9\x80", "caf\u00E9\u0080", ""},
-              {"Shift_JIS", "a\x93", "a\x93", ""},  // cut in the middle of a character
+              {"EUC-JP", "a\x8F\xA2", "a\x8F\xA2", ""},  // cut in the middle of a character
               {"ISO-2022-JP", "\x1B$BF|\x1B(Ba", "\u65E5a", ""},
               {"UTF-16LE", "a\0\xAC\x20\x3D\xD8\x00\xDE"s, "a\u20AC\U0001F600", ""},
               {"utf-16be", "\xFE\xFF\0a\xD8\x3D\xDE\x00"s, "\uFEFFa\U0001F600", ""},
