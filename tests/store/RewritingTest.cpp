@@ -11,7 +11,7 @@ namespace {
 
 TEST(RewritingTest, ReferencesAreReplacedAndPathsMadeAbsolute) {
   const EnvironmentGuard a("A", "/opt/x"), b("B", "yy"), c("C", nullptr), e("E", "");
-  const EnvironmentGuard g("G", "/12345%A%");
+  const EnvironmentGuard g("G", "12345%A%"), h("H", "1234%A%");
   const CurrentInstallation installation;
   const std::string bin = installation.bin();
   struct Row {
@@ -25,13 +25,15 @@ TEST(RewritingTest, ReferencesAreReplacedAndPathsMadeAbsolute) {
       {"%A", "%A"},
       {"%%A%", "%/opt/x"},
       {"%A%%B%", "/opt/xyy"},
-      // The first pass leaves the second reference, the next one takes it; it is relative then.
+      // What the first pass leaves, the next one takes; it is relative then.
       {"%B%%A%", "yy%A%", bin + "/yy/opt/x"},
       {"100%", "100%"},
       {"%%", "%%"},
       {"%C%A%", "%C%A%"},
       {"a%E%b", "ab", bin + "/ab"},
-      {"%G%", "/12345/opt/x"},
+      // Behind a replacement the search goes on five characters after its beginning.
+      {"%G%", "12345/opt/x", bin + "/12345/opt/x"},
+      {"%H%", "1234%A%", bin + "/1234/opt/x"},
       {"", ""},
       {"../logs/./x", "../logs/./x", (installation / "logs/x").string()},
       {"/abs/../path", "/abs/../path"},
