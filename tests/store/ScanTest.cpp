@@ -113,6 +113,7 @@ TEST(ScanTest, WhatSetValueMadeIsNotReplaced) {
   ASSERT_EQ(store().setValue("a", "set"), VRDCFGAPI_NoError);
   const std::string before = textOf("");
   EXPECT_EQ(take("<a><value>2</value></a>"), VRDCFGAPI_InternalError);
+  EXPECT_EQ(take("<a><value>set</value></a>"), VRDCFGAPI_NoError) << "it is equal";
   EXPECT_EQ(textOf("a"), "set");
   EXPECT_EQ(textOf(""), before);
 }
