@@ -77,6 +77,12 @@ class ServiceTable {
     return *m_content.load(std::memory_order_relaxed);
   }
 
+  /// Empties the content where it is, if there is one; cannot fail. Only for a content that nobody
+  /// reads without the lock.
+  void clear(VRDThreadCriticalSection& lock) noexcept VRD_REQUIRES(lock) {
+    if (isPresent()) held(lock).clear();
+  }
+
   /// Back to absent. Nobody may be using the table.
   void free() noexcept { delete m_content.exchange(nullptr, std::memory_order_relaxed); }
 

@@ -40,12 +40,13 @@ void VRDConfigurationImpl::initializeLocaleMaps(const LocaleFamily& family) {
   (this->*family.names).makeOnce(mutex, VRD_LOCATION, nothing);
 }
 
-/// Names were made for the codes of a list, so they go with it; a mapping has none.
+/// Names were made for the codes of a list, so they go with it, by a step that cannot fail: names
+/// of other codes must not outlive theirs. A mapping has none.
 void VRDConfigurationImpl::reloadLocales(const LocaleFamily& family) {
   VRDThreadCriticalSection& mutex = this->*family.mutex;
   VRDThreadGuard guard(mutex);
   if (replaceFromParameter(this->*family.supported, mutex, family.supportedSource)) {
-    (this->*family.names).replace(mutex, VRD_LOCATION, nothing);
+    (this->*family.names).clear(mutex);
   }
   replaceFromParameter(this->*family.mapping, mutex, family.mappingSource);
 }
@@ -79,7 +80,7 @@ void VRDConfigurationImpl::initializeCurrencies() {
 void VRDConfigurationImpl::reloadCurrencies() {
   VRDThreadGuard guard(m_currencyMutex);
   if (replaceFromParameter(m_currencies, m_currencyMutex, LocaleTableSources::currencies)) {
-    m_currenciesMap.replace(m_currencyMutex, VRD_LOCATION, nothing);
+    m_currenciesMap.clear(m_currencyMutex);
   }
 }
 
