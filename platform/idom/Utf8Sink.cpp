@@ -1,5 +1,7 @@
 #include "platform/idom/Utf8Sink.h"
 
+#include <string.h>
+
 #include <algorithm>
 #include <cstring>
 
@@ -108,7 +110,19 @@ struct Utf8Sink::Encoder {
   }
 };
 
+Utf8Sink::~Utf8Sink() { ::explicit_bzero(m_block.data(), m_block.size()); }
+
+// The text itself would leave its smaller copies behind as they are.
+void Utf8Sink::growText() {
+  std::string larger;
+  larger.reserve(2 * m_out.capacity() + m_used);
+  larger.append(m_out);
+  m_out.swap(larger);
+  ::explicit_bzero(larger.data(), larger.size());
+}
+
 void Utf8Sink::flush() {
+  if (m_out.capacity() - m_out.size() < m_used) growText();
   m_out.append(m_block.data(), m_used);
   m_used = 0;
 }

@@ -7,10 +7,12 @@
 
 /// Turns the UTF-16 of a tree into the UTF-8 of XML, in one pass, and appends it to a text. What
 /// XML cannot hold, lone surrogates included, becomes U+FFFD.
+///
+/// The tree may hold a secret, so no part of the text stays anywhere but in the text itself.
 class Utf8Sink {
  public:
   explicit Utf8Sink(std::string& out) : m_out(out) {}
-  ~Utf8Sink() = default;
+  ~Utf8Sink();
   Utf8Sink(const Utf8Sink&) = delete;
   Utf8Sink& operator=(const Utf8Sink&) = delete;
 
@@ -33,6 +35,7 @@ class Utf8Sink {
   template <Escaping>
   void write(std::u16string_view text);
   char* room(std::size_t bytes);
+  void growText();
 
   std::string& m_out;
   std::size_t m_used = 0;

@@ -1,5 +1,7 @@
 #include "platform/idom/VRDIDOM_Helper.h"
 
+#include <string.h>
+
 #include <string>
 #include <utility>
 
@@ -15,11 +17,23 @@ using xercesc::DOMNode;
 
 namespace {
 
-std::string textOfTree(const VRDIDOM_Node& handle) {
-  std::string text;
-  if (const DOMNode* node = DomAccess::node(handle)) XmlWriter(text).write(*node);
-  return text;
-}
+/// What a tree is written to. It may hold a secret, so it is wiped when it goes.
+class TreeText {
+ public:
+  explicit TreeText(const VRDIDOM_Node& handle) : TreeText() {
+    if (const DOMNode* node = DomAccess::node(handle)) XmlWriter(m_text).write(*node);
+  }
+  ~TreeText() { ::explicit_bzero(m_text.data(), m_text.size()); }
+  TreeText(const TreeText&) = delete;
+  TreeText& operator=(const TreeText&) = delete;
+
+  const std::string& get() const { return m_text; }
+
+ private:
+  TreeText() = default;  // so that the text is wiped also if the writing fails
+
+  std::string m_text;
+};
 
 /// The characters of names that not every encoding has, out of a text that `XmlWriter` made.
 std::string beyondAsciiInNames(const std::string& xml) {
@@ -63,13 +77,15 @@ VRDIDOM_Element firstChildElement(const VRDIDOM_Node& parent, Matches matches) {
 }  // namespace
 
 void VRDIDOM_Helper::write(VRDIDOM_Node node, std::ostream& stream, const char* encoding) {
-  std::string text = textOfTree(node);
-  if (encoding != nullptr) text = encode(text, encoding);
-  stream.write(text.data(), static_cast<std::streamsize>(text.size()));
+  const TreeText text(node);
+  const std::string encoded = encoding == nullptr ? std::string() : encode(text.get(), encoding);
+  const std::string& bytes = encoding == nullptr ? text.get() : encoded;
+  stream.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
 }
 
 void VRDIDOM_Helper::write(VRDIDOM_Node node, I18NString& out) {
-  I18NString text(textOfTree(node));
+  const TreeText tree(node);
+  I18NString text(tree.get());
   if (out.empty()) {
     out = std::move(text);
   } else {
