@@ -11,7 +11,7 @@
 #include <string>
 
 #include "bench/Measure.h"
-#include "service/ComponentList.h"
+#include "service/ComponentVersions.h"
 
 namespace {
 
@@ -23,7 +23,7 @@ using Line = std::string (*)(unsigned number);
 struct Kind {
   const char* name;
   Line line;
-  std::size_t names;  ///< so many entries at least are to be found
+  std::size_t names;  ///< so many are to be found
 };
 
 std::string entry(unsigned number) {
@@ -73,8 +73,8 @@ PairOfTimes measure(const std::filesystem::path& file, std::size_t names) {
       [&] {
         ComponentVersions versions;
         std::ifstream list(file, std::ios::in | std::ios::binary);
-        readComponentList(list, versions);
-        right = versions.size() >= names && right;
+        versions.read(list);
+        right = versions.size() == names && right;
       },
       [&] { characters += readLines(file); });
   const std::size_t inFile = std::filesystem::file_size(file) - lineCount;

@@ -2,51 +2,56 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <deque>
+#include <istream>
 #include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
-/// Component names with their versions, both in the bytes of the file.
+#include "service/LargePages.h"
+
+/// The versions of a component list, by component name, both in the bytes of the file.
 ///
 /// A list may have millions of entries and is asked for a few, so what counts is how fast it fills:
-/// all texts stand in one buffer, and a table of hashes made at the end leads to them. The buffer
-/// holds a TiB at most.
+/// its lines stay as they are in one text, and a table of hashes leads to them. The text holds a
+/// TiB at most.
 ///
-/// Safe to read from many threads once it is complete.
+/// Safe to read from many threads once it is filled.
 class ComponentVersions {
  public:
-  /// Makes room for @p bytes of names and versions.
-  void reserve(std::size_t bytes) { m_text.reserve(bytes); }
-
-  /// Adds an entry, which the next `complete` makes findable. Neither text may hold a newline.
-  void add(std::string_view name, std::string_view version);
-
-  /// Makes all entries findable. Of several with one name the first counts.
-  void complete();
+  /// Takes in the entries of @p list, a stream with a buffer; once for each object. Of several with
+  /// one name the first counts. A last line without a newline is not read: it may be the half of
+  /// one that is still being written. Where the stream fails, the list ends.
+  void read(std::istream& list);
 
   /// @return the version of @p name, which this object owns; nothing if no entry has that name,
   ///         compared byte for byte
   std::optional<std::string_view> find(std::string_view name) const;
 
-  /// The number of entries, with those that do not count.
-  std::size_t size() const { return m_entries.size(); }
+  /// The number of names.
+  std::size_t size() const { return m_size; }
 
  private:
+  template <class Element>
+  using Large = std::vector<Element, LargePages<Element>>;
+
   struct Entry {
-    std::size_t hash;
-    std::size_t place;  // where its name begins in the text
+    std::size_t hash;   // of its name
+    std::size_t place;  // where its line begins in the text
   };
   /// 0, or the place of an entry, counted from 1, below some bits of its hash.
   using Slot = std::uint64_t;
 
-  std::string_view lineAt(std::size_t begin) const;
-  std::size_t firstSlotOf(std::size_t hash) const { return hash & (m_slots.size() - 1); }
+  std::size_t keepEntries(std::size_t kept, std::size_t unread, Large<Entry>& entries);
+  void index(const Large<Entry>& entries);
   void insert(const Entry& entry);
-  std::size_t slotOf(std::string_view name, std::size_t hash) const;
+  std::string_view textAt(std::size_t place) const;
+  bool hasName(std::size_t place, std::string_view name) const;
+  std::size_t firstSlotOf(std::size_t hash) const { return hash & (m_slots.size() - 1); }
+  template <class IsIts>
+  std::size_t slotOf(std::size_t hash, IsIts isIts) const;
 
-  std::string m_text;  // a line for each name, followed by one for its version
-  std::deque<Entry> m_entries;
-  std::vector<Slot> m_slots;  // a power of two of them, never more than half in use
+  std::basic_string<char, std::char_traits<char>, LargePages<char>> m_text;  // the lines of entries
+  Large<Slot> m_slots;  // a power of two of them, never more than half in use
+  std::size_t m_size = 0;
 };

@@ -5,7 +5,6 @@
 #include "platform/core/I18NLibrary.h"
 #include "platform/core/VRDFmDir.h"
 #include "platform/core/VRDRaise.h"
-#include "service/ComponentList.h"
 #include "service/StoreState.h"
 #include "service/VRDConfigurationImpl.h"
 #include "store/InstallationFiles.h"
@@ -33,6 +32,6 @@ void VRDConfigurationImpl::initializeComponentMap() {
       raiseUnlessDone(VRDCFGAPI_ComponentListMissing);
     }
     std::ifstream list(file, std::ios::in | std::ios::binary);
-    readComponentList(list, versions);
+    versions.read(list);
   });
 }
