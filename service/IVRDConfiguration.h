@@ -34,8 +34,9 @@
 class VRD_EXPORT IVRDConfiguration {
  public:
   /// @name Initialisation
-  /// Throws with the state of the store, if that is not 0. The store then keeps what it had, and so
-  /// do the tables.
+  /// Throws 5 if a stream does not parse, and nothing has changed then; 9 for an exception in the
+  /// store, and what was done before it stays. A startup document that is missing or bad is no
+  /// failure here: `VRDStartupConfiguration` tells of it.
   /// @{
 
   /// Loads the installation's startup document, unless that has happened. Replaces no table.

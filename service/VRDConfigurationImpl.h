@@ -9,6 +9,7 @@
 #include "platform/core/I18NLocale.h"
 #include "platform/core/I18NString.h"
 #include "platform/core/VRDThreads.h"
+#include "platform/idom/VRDIDOM_DOMImplementation.h"
 #include "platform/idom/VRDIDOM_Document.h"
 #include "platform/idom/VRDIDOM_Element.h"
 #include "service/ComponentVersions.h"
@@ -98,6 +99,10 @@ class VRDConfigurationImpl final : public IVRDConfiguration {
                                                              CodeKind kind);
 
  private:
+  /// The locale document of an object: without a root until it is read, and after a failed load.
+  struct LocaleDocument {
+    VRDIDOM_Document document = VRDIDOM_DOMImplementation::getInstance().createDocument();
+  };
   struct LocaleFamily;
   struct LocalisedList;
   static const LocaleFamily productFamily;
@@ -160,7 +165,7 @@ class VRDConfigurationImpl final : public IVRDConfiguration {
   VRDThreadCriticalSection m_fontMutex;
   ServiceTable<ComponentVersions> m_componentMap;
   VRDThreadCriticalSection m_componentMutex;
-  ServiceTable<VRDIDOM_Document> m_localeDoc;  // after a failed load: a document without a root
+  ServiceTable<LocaleDocument> m_localeDoc;
 };
 
 /// The locale of the process for case conversion, the same whatever the process locale is. Made at

@@ -6,7 +6,6 @@
 #include "platform/core/I18NLibrary.h"
 #include "platform/core/VRDFmDir.h"
 #include "platform/core/VRDRaise.h"
-#include "platform/idom/VRDIDOM_DOMImplementation.h"
 #include "platform/idom/VRDIDOM_NodeList.h"
 #include "platform/idom/VRDIDOM_Parser.h"
 #include "service/StoreState.h"
@@ -40,11 +39,10 @@ VRDCFGAPI_ErrorState VRDConfigurationImpl::getLocaleDoc(VRDIDOM_Document& docume
 /// The object's own document, read at the first call. A handle of the caller's own: threads that
 /// walk the document at the same time share no handle.
 VRDIDOM_Document VRDConfigurationImpl::localeDocument() {
-  m_localeDoc.makeOnce(g_localeDocMutex, VRD_LOCATION, [](VRDIDOM_Document& document) {
-    document = VRDIDOM_DOMImplementation::getInstance().createDocument();
-    raiseUnlessDone(getLocaleDoc(document));
+  m_localeDoc.makeOnce(g_localeDocMutex, VRD_LOCATION, [](LocaleDocument& content) {
+    raiseUnlessDone(getLocaleDoc(content.document));
   });
-  return m_localeDoc.copy();
+  return m_localeDoc.read([](const LocaleDocument& content) { return content.document; });
 }
 
 /// Gives each entry element of a section to @p visit, in document order. A document without a root,

@@ -27,7 +27,7 @@ VRDIDOM_Element VRDConfigurationImpl::getValueElement(const I18NString& name, in
 I18NString VRDConfigurationImpl::getValue(const I18NString&, int, int) { return I18NString(); }
 
 VRDIDOM_Element VRDConfigurationImpl::getValueElement(const I18NString&, int, int) {
-  static const VRDIDOM_Element& empty = *new VRDIDOM_Element;
+  static const VRDIDOM_Element empty;
   return empty;
 }
 

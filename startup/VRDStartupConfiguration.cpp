@@ -1,5 +1,7 @@
 #include "startup/VRDStartupConfiguration.h"
 
+#include <utility>
+
 #include "foundation/ConfigurationVocabulary.h"
 #include "foundation/VRDIDOMUtils.h"
 #include "platform/core/I18NLibrary.h"
