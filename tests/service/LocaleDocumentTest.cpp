@@ -4,32 +4,12 @@
 #include <filesystem>
 #include <functional>
 
+#include "service/VRDConfigurationImpl.h"
 #include "tests/service/Service.h"
 
 using testing::ElementsAre;
 using testing::IsEmpty;
 using testing::Pair;
-
-namespace {
-
-/// The fonts, which are a list, and their mappings, a map, that a locale document gives.
-struct Fonts {
-  std::vector<std::string> list;
-  std::map<std::string, std::string> mappings;
-};
-
-Fonts fontsOf(IVRDConfiguration& service) {
-  return {plain(service.getFonts("")), plain(service.getFontMappings())};
-}
-
-Fonts fontsIn(const std::string& document) {
-  const ServiceInstallation installation;
-  installation.setLocaleDocument(document);
-  const PrivateService service;
-  return fontsOf(*service);
-}
-
-}  // namespace
 
 TEST(LocaleDocument, WhatAListTakesFromIt) {
   struct {
@@ -37,24 +17,17 @@ TEST(LocaleDocument, WhatAListTakesFromIt) {
     const char* document;
     std::vector<std::string> expected;
   } const cases[] = {
-      {"order and duplicates stay",
-       "<localeConfiguration><supportedFonts><font id='b'/><font id='a'/><font id='b'/>"
-       "</supportedFonts></localeConfiguration>",
-       {"b", "a", "b"}},
-      {"values are taken as they are; a missing one is empty",
-       "<localeConfiguration><supportedFonts><font id=' x '/><font name='y'/></supportedFonts>"
-       "</localeConfiguration>",
-       {" x ", ""}},
+      {"order and duplicates stay, values as they are, a missing one empty",
+       "<localeConfiguration><supportedFonts><font id='b'/><font id=' a '/><font id='b'/>"
+       "<font name='y'/></supportedFonts></localeConfiguration>",
+       {"b", " a ", "b", ""}},
       {"the root and the entries may be in any namespace",
        "<p:localeConfiguration xmlns:p='urn:p'><supportedFonts><p:font id='a'/></supportedFonts>"
        "</p:localeConfiguration>",
        {"a"}},
-      {"a section may not have a prefix",
-       "<localeConfiguration xmlns:p='urn:p'><p:supportedFonts><font id='a'/></p:supportedFonts>"
-       "</localeConfiguration>",
-       {}},
-      {"the first section counts",
-       "<localeConfiguration><supportedFonts><font id='a'/></supportedFonts>"
+      {"the first section counts, and none with a prefix",
+       "<localeConfiguration><p:supportedFonts xmlns:p='urn:p'><font id='p'/></p:supportedFonts>"
+       "<supportedFonts><font id='a'/></supportedFonts>"
        "<supportedFonts><font id='b'/></supportedFonts></localeConfiguration>",
        {"a"}},
       {"only children count",
@@ -62,41 +35,28 @@ TEST(LocaleDocument, WhatAListTakesFromIt) {
        "<supportedFonts><x><font id='b'/></x><Font id='c'/>d<!--e--><font id='f'/>"
        "</supportedFonts></localeConfiguration>",
        {"f"}},
-      {"another root",
-       "<configuration><supportedFonts><font id='a'/></supportedFonts></configuration>",
-       {}},
+      {"another root", "<x><supportedFonts><font id='a'/></supportedFonts></x>", {}},
       {"no section", "<localeConfiguration/>", {}},
   };
+  const ServiceInstallation installation;
   for (const auto& row : cases) {
-    EXPECT_EQ(fontsIn(row.document).list, row.expected) << row.what;
+    installation.setLocaleDocument(row.document);
+    EXPECT_EQ(plain(PrivateService()->getFonts("")), row.expected) << row.what;
   }
 }
 
 TEST(LocaleDocument, WhatAMapTakesFromIt) {
-  const Fonts fonts = fontsIn(
-      "<localeConfiguration><fontsMap><fontMap key='a' value='1'/><fontMap key='a' value='2'/>"
-      "<fontMap value='nameless'/><fontMap key='b'/><x key='c' value='3'/></fontsMap>"
-      "</localeConfiguration>");
-  EXPECT_THAT(fonts.mappings, ElementsAre(Pair("", "nameless"), Pair("a", "1"), Pair("b", "")));
-}
-
-TEST(LocaleDocument, IsReadOnceForEachObject) {
   const ServiceInstallation installation;
   installation.setLocales(
-      "<supportedFonts><font id='old'/></supportedFonts>"
-      "<supportedCurrencies><currency id='EUR'/></supportedCurrencies>");
-  const PrivateService service;
-  ASSERT_THAT(plain(service->getFonts("")), ElementsAre("old"));
-
-  installation.setLocales("<supportedFonts><font id='new'/></supportedFonts>");
-  EXPECT_THAT(plain(service->getCurrencies("en")), ElementsAre(Pair("EUR", "Euro")));
-  EXPECT_THAT(plain(service->getFonts("")), ElementsAre("old"));
-  const PrivateService later;
-  EXPECT_THAT(plain(later->getFonts("")), ElementsAre("new"));
+      "<fontsMap><fontMap key='a' value='1'/><fontMap key='a' value='2'/>"
+      "<fontMap value='nameless'/><fontMap key='b'/><x key='c' value='3'/></fontsMap>");
+  EXPECT_THAT(plain(PrivateService()->getFontMappings()),
+              ElementsAre(Pair("", "nameless"), Pair("a", "1"), Pair("b", "")));
 }
 
-// Each operation is once the first to meet the failure; all others then answer from empty tables.
-TEST(LocaleDocument, AFailureIsToldOnce) {
+// Each operation is once the first to meet the document. Where that fails, all others then answer
+// from empty tables; where it does not, from what was read, whatever becomes of the file.
+TEST(LocaleDocument, IsReadOnceForEachObject) {
   const std::pair<const char*, std::function<void(IVRDConfiguration&)>> operations[] = {
       {"getFonts", [](auto& service) { service.getFonts(""); }},
       {"getFontMappings", [](auto& service) { service.getFontMappings(); }},
@@ -104,25 +64,35 @@ TEST(LocaleDocument, AFailureIsToldOnce) {
       {"getProductLocaleList", [](auto& service) { service.getProductLocaleList("en"); }},
       {"validateContentLocale", [](auto& service) { service.validateContentLocale("en"); }},
   };
-  for (const bool missing : {true, false}) {
-    const ServiceInstallation installation;
-    if (!missing) installation.setLocaleDocument("<localeConfiguration>");
-    const long expected = missing ? VRDCFGAPI_LocaleFileMissing : VRDCFGAPI_LocaleFileParseFailed;
+  const std::pair<const char*, long> documents[] = {
+      {nullptr, VRDCFGAPI_LocaleFileMissing},
+      {"<localeConfiguration>", VRDCFGAPI_LocaleFileParseFailed},
+      {"<localeConfiguration><supportedFonts><font id='old'/></supportedFonts>"
+       "<supportedCurrencies><currency id='EUR'/></supportedCurrencies></localeConfiguration>",
+       VRDCFGAPI_NoError}};
+  const ServiceInstallation installation;
+  for (const auto& [document, state] : documents) {
     for (const auto& first : operations) {
+      std::filesystem::remove(installation / "configuration/zanlocale.xml");
+      if (document != nullptr) installation.setLocaleDocument(document);
       const PrivateService service;
-      EXPECT_EQ(stateOf([&] { first.second(*service); }), expected) << first.first;
-      installation.setLocales("<supportedFonts><font id='mended'/></supportedFonts>");
+      EXPECT_EQ(service->validateProductLocale("malformed"), 0) << "needs no table";
+      EXPECT_EQ(stateOf([&] { first.second(*service); }), state) << first.first;
+
+      installation.setLocales(allSections);
       for (const auto& later : operations) {
         EXPECT_EQ(stateOf([&] { later.second(*service); }), 0) << later.first;
       }
-      EXPECT_THAT(fontsOf(*service).list, IsEmpty());
-      EXPECT_THAT(plain(service->getCurrencies("en")), IsEmpty());
+      const std::size_t expected = state == VRDCFGAPI_NoError ? 1 : 0;
+      EXPECT_EQ(service->getFonts(""), std::list<I18NString>(expected, "old"));
+      EXPECT_EQ(service->getCurrencies("en").size(), expected);
+      EXPECT_THAT(service->getFontMappings(), IsEmpty());
       EXPECT_EQ(service->validateProductLocale("en"), 0);
-      if (missing) {
-        std::filesystem::remove(installation / "configuration/zanlocale.xml");
-      } else {
-        installation.setLocaleDocument("<localeConfiguration>");
-      }
     }
   }
+}
+
+TEST(LocaleDocument, IsReadIntoADocument) {
+  VRDIDOM_Document none;
+  EXPECT_EQ(VRDConfigurationImpl::getLocaleDoc(none), VRDCFGAPI_NullDocument);
 }

@@ -2,6 +2,8 @@
 
 #include <list>
 #include <map>
+#include <memory>
+#include <regex>
 #include <sstream>
 #include <string>
 #include <string_view>
@@ -29,19 +31,21 @@ class ServiceInstallation : public CurrentInstallation {
   void setComponents(std::string_view lines) const { write("cmplst.txt", lines); }
 };
 
+/// Something in each of the seven tables, and nothing of it in another.
+inline constexpr char allSections[] =
+    "<supportedProductLocales><locale id='en'/><locale id='de'/></supportedProductLocales>"
+    "<productLocaleMap><localeMap key='*' value='product'/></productLocaleMap>"
+    "<supportedContentLocales><locale id='fr'/></supportedContentLocales>"
+    "<contentLocaleMap><localeMap key='*' value='content'/></contentLocaleMap>"
+    "<supportedCurrencies><currency id='EUR'/></supportedCurrencies>"
+    "<supportedFonts><font id='Serif'/></supportedFonts>"
+    "<fontsMap><fontMap key='Old' value='Serif'/><fontMap key='Serif' value='New'/></fontsMap>";
+
 /// A service object of the test's own.
-class PrivateService {
- public:
-  PrivateService() : m_service(VRDConfigurationFactory::createObject()) {}
-  ~PrivateService() { VRDConfigurationFactory::releaseObject(m_service); }
-  PrivateService(const PrivateService&) = delete;
-  PrivateService& operator=(const PrivateService&) = delete;
-
-  IVRDConfiguration* operator->() const { return m_service; }
-  IVRDConfiguration& operator*() const { return *m_service; }
-
- private:
-  IVRDConfiguration* m_service;
+struct PrivateService : std::unique_ptr<IVRDConfiguration, void (*)(IVRDConfiguration*)> {
+  PrivateService()
+      : unique_ptr(VRDConfigurationFactory::createObject(),
+                   &VRDConfigurationFactory::releaseObject) {}
 };
 
 /// One parameter of a query result: its name is that of the element.
@@ -57,23 +61,14 @@ inline void initWith(IVRDConfiguration& service, const std::string& parameters) 
 }
 
 /// A value with one item for each word of @p words.
-inline std::string items(std::string_view words) {
-  std::istringstream stream{std::string(words)};
-  std::string text;
-  for (std::string word; stream >> word;) text += "<item>" + word + "</item>";
-  return text;
+inline std::string items(const std::string& words) {
+  return std::regex_replace(words, std::regex("\\S+"), "<item>$&</item>");
 }
 
 /// A value with one pair for each "key=value" in @p words.
-inline std::string pairs(std::string_view words) {
-  std::istringstream stream{std::string(words)};
-  std::string text;
-  for (std::string word; stream >> word;) {
-    const std::size_t at = word.find('=');
-    text += "<item><key>" + word.substr(0, at) + "</key><value>" + word.substr(at + 1) +
-            "</value></item>";
-  }
-  return text;
+inline std::string pairs(const std::string& words) {
+  return std::regex_replace(words, std::regex("(\\S+)=(\\S+)"),
+                            "<item><key>$1</key><value>$2</value></item>");
 }
 
 inline std::vector<std::string> plain(const std::list<I18NString>& list) {
