@@ -92,18 +92,10 @@ TEST_F(ServiceThreads, ReadersWhileOneInitialises) {
   EXPECT_EQ(plain(service->getFonts("")), std::vector<std::string>(3, "999"));
 }
 
-#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
-#define VRD_SANITIZED 1
-#elif defined(__has_feature)
-#if __has_feature(address_sanitizer) || __has_feature(thread_sanitizer)
-#define VRD_SANITIZED 1
-#endif
-#endif
-
 // Of the last 9,900 rounds. A sanitizer keeps a heap of its own: there some rounds show whether
 // anything leaks.
 TEST_F(ServiceThreads, ObjectsAndTablesComeAndGoInTheSameMemory) {
-#ifdef VRD_SANITIZED
+#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
   constexpr int rounds = 200;
 #else
   constexpr int rounds = 10000;
