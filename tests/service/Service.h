@@ -62,13 +62,14 @@ inline void initWith(IVRDConfiguration& service, const std::string& parameters) 
 
 /// A value with one item for each word of @p words.
 inline std::string items(const std::string& words) {
-  return std::regex_replace(words, std::regex("\\S+"), "<item>$&</item>");
+  static const std::regex word("\\S+");
+  return std::regex_replace(words, word, "<item>$&</item>");
 }
 
 /// A value with one pair for each "key=value" in @p words.
 inline std::string pairs(const std::string& words) {
-  return std::regex_replace(words, std::regex("(\\S+)=(\\S+)"),
-                            "<item><key>$1</key><value>$2</value></item>");
+  static const std::regex pair("([^\\s=]*)=(\\S*)");
+  return std::regex_replace(words, pair, "<item><key>$1</key><value>$2</value></item>");
 }
 
 inline std::vector<std::string> plain(const std::list<I18NString>& list) {
