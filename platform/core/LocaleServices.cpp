@@ -16,6 +16,10 @@ namespace {
 /// What ICU's own buffers for names hold.
 constexpr std::size_t longestName = ULOC_FULLNAME_CAPACITY - 1;
 
+/// Not `icu::Locale::getRoot`, nor any other of those: they give a reference to nothing for ever
+/// after a first call that found no memory.
+icu::Locale rootLocale() { return icu::Locale(""); }
+
 /// Whether ICU can be asked about the name. Others would be taken for paths of resource files.
 bool isLocaleName(std::string_view name) {
   return name.size() <= longestName && std::all_of(name.begin(), name.end(), [](char ch) {
@@ -65,15 +69,15 @@ std::unique_ptr<const Service> makeService(Service* (*create)(const icu::Locale&
 
 }  // namespace
 
-LocaleServices::LocaleServices() : m_known(false), m_locale(icu::Locale::getRoot()) {}
+LocaleServices::LocaleServices() : m_known(false), m_locale(rootLocale()) {}
 
 LocaleServices::LocaleServices(const char* name)
     : m_name(name),
       m_known(isLocaleName(m_name)),
-      m_locale(m_known ? icu::Locale(name) : icu::Locale::getRoot()) {
+      m_locale(m_known ? icu::Locale(name) : rootLocale()) {
   if (m_locale.isBogus()) {
     m_known = false;
-    m_locale = icu::Locale::getRoot();
+    m_locale = rootLocale();
   }
   m_commonI = !hasOwnI(m_locale);
 }
@@ -97,7 +101,7 @@ I18NString LocaleServices::nameIn(const LocaleServices& display) const {
 const icu::Locale& LocaleServices::displayLocale() const {
   std::call_once(m_displayLocaleOnce, [this] {
     const bool shown = m_known && hasDisplayNames(m_locale);
-    m_displayLocale = shown ? m_locale : icu::Locale::getEnglish();
+    m_displayLocale = shown ? m_locale : icu::Locale("en");
   });
   return m_displayLocale;
 }
