@@ -2,7 +2,6 @@
 
 #include <gtest/gtest.h>
 #include <sys/wait.h>
-#include <unicode/regex.h>
 
 #include <cstdlib>
 #include <fstream>
@@ -25,13 +24,6 @@ std::string lineOf(const CommandCall& call) {
   line += quoted(VRDCFG_PROGRAM);
   for (const std::string& argument : call.arguments) line += quoted(argument);
   return line;
-}
-
-icu::UnicodeString replaced(const char* pattern, const icu::UnicodeString& text, const char* by) {
-  UErrorCode state = U_ZERO_ERROR;
-  icu::RegexMatcher matcher(icu::UnicodeString::fromUTF8(pattern), text, 0, state);
-  const icu::UnicodeString result = matcher.replaceAll(by, state);
-  return U_SUCCESS(state) ? result : icu::UnicodeString(u_errorName(state));
 }
 
 }  // namespace
@@ -64,18 +56,4 @@ std::string contentOf(const std::filesystem::path& file) {
   std::ostringstream content;
   content << std::ifstream(file, std::ios::binary).rdbuf();
   return content.str();
-}
-
-bool isJson(const std::string& text) {
-  // Strings become s and other values v, from the innermost outwards; bytes that are not UTF-8 come
-  // as U+FFFD.
-  icu::UnicodeString rest = replaced(R"("([^"\\\x00-\x1F\uFFFD]|\\(["\\nrt]|u[0-9a-fA-F]{4}))*+")",
-                                     icu::UnicodeString::fromUTF8(text), "s");
-  rest = replaced("true|false|[0-9]+", rest, "v");
-  icu::UnicodeString before;
-  do {
-    before = rest;
-    rest = replaced(R"(\{(s:[sv](,s:[sv])*+)?\}|\[([sv](,[sv])*+)?\])", before, "v");
-  } while (rest != before);
-  return rest == icu::UnicodeString("v\n");
 }

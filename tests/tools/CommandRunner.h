@@ -40,6 +40,3 @@ struct Answer {
 void expectAnswers(const CommandCall& base, const std::vector<Answer>& rows);
 
 std::string contentOf(const std::filesystem::path& file);
-
-/// Whether @p text is one JSON document, without white space, and a newline.
-bool isJson(const std::string& text);
