@@ -25,8 +25,7 @@ void expectUnbound(VRDCrypto& crypto) {
 }
 
 TEST(BindingTest, WhatIsNotOpenRefuses) {
-  for (const std::string variant : {"absent", "not a library", "_lacks_HLD_CryptoInitialize",
-                                    "_lacks_AS_DecryptText", "closed"}) {
+  for (const std::string variant : {"absent", "not a library", "_lacking", "closed"}) {
     SCOPED_TRACE(variant);
     const bool isWhole = variant == "closed";
     const CryptoInstallation installation;
@@ -44,23 +43,6 @@ TEST(BindingTest, WhatIsNotOpenRefuses) {
     }
     EXPECT_EQ(installation.providerIsLoaded(), isWhole) << "only closing unloads";
   }
-}
-
-TEST(BindingTest, EveryEntryPointPassesItsArgumentsAndItsResult) {
-  const StandInInstallation standIn;
-  standIn->echoes = true;
-  VRDCrypto crypto(providerName);
-  std::string expected;
-  int count = 0;
-#define CALL(NAME, ...)                                                        \
-  EXPECT_EQ(callWithValues(crypto, &VRDCrypto::NAME), StandIn::echo) << #NAME; \
-  expected += #NAME " ";                                                       \
-  ++count;
-  VRD_PROVIDER_ENTRY_POINTS(CALL)
-#undef CALL
-  EXPECT_EQ(count, 38);
-  EXPECT_EQ(standIn->calls, expected);
-  EXPECT_EQ(standIn->badArguments, 0);
 }
 
 }  // namespace

@@ -29,20 +29,15 @@ TEST_F(DecryptionTest, EachTextByWhatTheProviderMakesOfIt) {
   };
   const Row rows[] = {
       // Refused, it is read as it was encoded.
-      {"c2VjcmV0", refused, "secret"},
       {"c2Vj\ncmV0\r\n", refused, "secret"},
-      {"Z3LDvG4=", refused, "gr\xC3\xBCn"},
       {"Z/xu", refused, "g\xFCn"},  // not UTF-8: the bytes are kept
       {"YQBi", refused, "a"},       // "a", NUL, "b"
       {"AGFi", refused, ""},        // starts with NUL
       // Not base64: nobody is asked.
       {"", "clear", "", false},
-      {"c2VjcmV0!", "clear", "", false},    // outside the alphabet
-      {"c2VjcmV", "clear", "", false},      // cut
-      {"gr\xC3\xBCn", "clear", "", false},  // more bytes than characters
+      {"c2VjcmV0!", "clear", "", false},  // outside the alphabet
       // Clear, it ends at its first NUL.
       {"QQ==", "", ""},
-      {"QQ==", std::string("\0x", 2), ""},
       {"QQ==", std::string("clear\0x", 7), "clear"},
       {"QQ==", "\xFF\xE4", "\xFF\xE4"},
   };
@@ -75,29 +70,22 @@ TEST_F(DecryptionTest, EachElementByItsMarks) {
       {"<a>QQ==</a>", "clear", unchanged},
       {"<a><b><c encrypted='true'>QQ==</c>x</b></a>", "clear", "<a><b><c>clear</c>x</b></a>"},
       {"<a encrypted='false'><b encrypted='true'>QQ==</b></a>", "clear", unchanged},
-      {"<a encrypted=' true'>QQ==</a>", "clear", unchanged},
       // System passwords, recognised by the text of the type alone.
       {"<a encrypted='true' xsi:type='cfg:systemPassword'>QQ==</a>", "clear", unchanged},
       {"<a encrypted='true' xsi:type='c:systemPassword'>QQ==</a>", "x",
        "<a xsi:type='c:systemPassword'>x</a>"},
-      {"<a encrypted='true' type='cfg:systemPassword'>QQ==</a>", "x",
-       "<a type='cfg:systemPassword'>x</a>"},
       // Not only text, or nothing comes out.
       {"<a encrypted='true'>QQ==<b encrypted='true'>QQ==</b></a>", "clear", unchanged},
       {"<a encrypted='true'>QQ==</a>", "", unchanged},
       {"<a encrypted='true'>?</a>", "clear", unchanged},
-      {"<a encrypted='true'/>", "clear", unchanged},
       // A document.
-      {"<a encrypted='true'>QQ==</a>", "<b><c/>x</b>", "<a><b><c/>x</b></a>"},
       {"<a encrypted='true'>QQ==</a>", "<?xml version=\"1.0\"?>\n<b>\xC3\xA4</b>\n",
        "<a><b>\xC3\xA4</b></a>"},
       {"<a encrypted='true'>QQ==</a>", "<b encrypted='true'>QQ==</b>",
        "<a><b encrypted='true'>QQ==</b></a>"},
       // Anything else.
       {"<a encrypted='TrUe' k='v'>QQ==</a>", "1 < 2", "<a k='v'>1 &lt; 2</a>"},
-      {"<a encrypted='true'>QQ==</a>", "<b>", "<a>&lt;b&gt;</a>"},
       {"<a encrypted='true'>QQ==</a>", "<b/>x", "<a>&lt;b/&gt;x</a>"},
-      {"<a encrypted='true'>QQ==</a><d encrypted='true'>QQ==</d>", "x", "<a>x</a><d>x</d>"},
   };
   for (const Row& row : rows) {
     SCOPED_TRACE(std::string(row.element) + " with " + row.clearText);

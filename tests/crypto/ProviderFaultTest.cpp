@@ -3,7 +3,6 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "foundation/VRDIDOMUtils.h"
 #include "tests/crypto/StandInLibraries.h"
 #include "tests/support/Store.h"
 
@@ -52,27 +51,18 @@ TEST(ProviderFaultTest, IsToldByTheStateAndCostsNothing) {
   };
   const Row rows[] = {
       {{}, clear, clear, "IBSUFUFCT"},
-
-      {{{'I', fails}}, shut, shut, "II"},
       {{{'I', fails | warns}}, shut, shut, "IFIF"},
       {{{'I', fails | once}}, shut, clear, "IIBSUFCT"},
       {{{'I', throws | warns}}, broken, broken, "IFIF"},
       {{{'I', warns}}, clear, clear, "IFBSUFUFCT"},
-
       {{{'B', fails | warns}}, shut, shut, "IBFIBF"},
       {{{'B', fails | leavesHandle}}, shut, shut, "IBIB"},
       {{{'B', fails | once}}, shut, clear, "IBIBSUFCT"},
-
-      {{{'S', fails}}, shut, clear, "IBSDUFCT"},
       {{{'S', fails}, {'D', warns}}, shut, clear, "IBSDFUFCT"},
-      {{{'S', fails}, {'D', fails}}, shut, clear, "IBSDUFCT"},
-
-      {{{'U', fails}}, refused, refused, "IBSUUCT"},
       {{{'U', fails | once}}, refused, clear, "IBSUUFCT"},
       {{{'U', throws}}, stored, stored, "IBSUUCT"},
       {{{'F', throws}}, stored, stored, "IBSUFUFCT"},
       {{{'U', givesNoBlock}}, nothing, nothing, "IBSUUCT"},
-
       {{{'C', fails | warns}, {'T', fails | warns}}, clear, clear, "IBSUFUFCFTF"},
       {{{'C', throws | warns}}, clear, clear, "IBSUFUFCF"},
   };
@@ -97,27 +87,12 @@ TEST(ProviderFaultTest, IsToldByTheStateAndCostsNothing) {
   }
 }
 
-TEST(ProviderFaultTest, AProviderThatLacksANameIsNeverCalled) {
-  const StandInInstallation standIn(parameters, "_lacks_AS_DecryptText");
-  for (int i = 0; i < 2; ++i) expectRead({VRDCFGAPI_CryptoUnavailable, ""});
-  startOver();
-  EXPECT_EQ(standIn->calls, "");
-}
-
 TEST(ProviderFaultTest, EveryWayToReadDecryptsACopy) {
   const StandInInstallation standIn(parameters);
   standIn->clearText = "<c>clear</c>";
   for (const char* name : {"tree", ""}) {
     EXPECT_THAT(readText(name, 1).text, testing::HasSubstr("<b><c>clear</c></b>"));
   }
-  // The node's own mark is not looked at: what is asked for is what lies below.
-  VRDIDOM_Node node;
-  const int decrypt = 1;
-  ASSERT_EQ(store().getValue("secret", decrypt, node), VRDCFGAPI_NoError);
-  VRDIDOM_Element marked = node;
-  EXPECT_EQ(VRDIDOMUtils::getText(marked), storedText);
-  EXPECT_EQ(marked.getAttribute("encrypted"), "true");
-
   for (const char* stored : {"tree", "secret", ""}) {
     EXPECT_THAT(textOf(stored), testing::AllOf(testing::HasSubstr(storedText),
                                                testing::Not(testing::HasSubstr("clear"))));

@@ -15,14 +15,11 @@ struct StandIn {
 
   std::map<char, int> faults;  // by operation
   std::string clearText;       // what HLD_UnprotectData gives
-  bool echoes = false;         // every entry point expects 16, 32, ... and answers `echo`
 
-  static constexpr int echo = 4711;
-
-  std::string calls;             // the operations in the order of their calls; echoing, their names
-  std::string documents;         // the control documents
-  int badArguments = 0;          // a wrong handle, or something in a reserved place
-  std::list<std::string> loans;  // stay with the provider, so that no address comes twice
+  std::string calls;                   // the operations in the order of their calls
+  std::string documents;               // the control documents
+  int badArguments = 0;                // a wrong handle, or something in a reserved place
+  std::list<std::string> loans;        // stay with the provider, so that no address comes twice
   std::map<const void*, int> balance;  // given back less given out
 };
 

@@ -20,7 +20,7 @@ class CryptoInstallation : public CurrentInstallation {
 
   std::string provider() const { return (*this / "bin/libHLD_Crypto_Interface.so").string(); }
 
-  /// @param variant which of the built ones: "" for the whole one, or "_lacks_" and a name
+  /// @param variant which of the built ones: "" for the whole one, or "_lacking"
   void installStandIn(const std::string& variant = "") const {
     std::filesystem::copy_file(VRD_STAND_IN_FOLDER "/libstand_in" + variant + ".so", provider());
   }
@@ -34,9 +34,8 @@ class CryptoInstallation : public CurrentInstallation {
 /// One with a stand-in that is kept loaded, so that it can be told and asked from outside.
 class StandInInstallation : public CryptoInstallation {
  public:
-  explicit StandInInstallation(std::string_view parameters = "", const std::string& variant = "")
-      : CryptoInstallation(parameters) {
-    installStandIn(variant);
+  explicit StandInInstallation(std::string_view parameters = "") : CryptoInstallation(parameters) {
+    installStandIn();
     void* library = ::dlopen(provider().c_str(), RTLD_NOW);
     if (library == nullptr) throw std::runtime_error(::dlerror());
     m_standIn = reinterpret_cast<StandInAccess*>(::dlsym(library, "standIn"))();

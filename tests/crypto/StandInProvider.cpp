@@ -15,14 +15,6 @@ void expect(bool asItShouldBe) {
   if (!asItShouldBe) ++state.badArguments;
 }
 
-template <class... Arguments>
-int echo(const char* operation, const Arguments&... arguments) {
-  state.calls += std::string(operation) + ' ';
-  unsigned long place = 0;
-  (expect((unsigned long)(arguments) == 16 * ++place), ...);
-  return StandIn::echo;
-}
-
 char* lend(const std::string& bytes) {
   char* memory = state.loans.emplace_back(bytes).data();
   --state.balance[memory];
@@ -43,15 +35,19 @@ int perform(char operation, bool good, char* document, char** error = nullptr) {
 
 bool told(char operation, int fault) { return (state.faults[operation] & fault) != 0; }
 
-struct Echo {
-#define ECHO(NAME, ERROR_OUT, PARAMETERS, ...) \
-  static int NAME PARAMETERS { return echo(#NAME, __VA_ARGS__); }
-  VRD_PROVIDER_ENTRY_POINTS(ECHO)
-#undef ECHO
+/// The entry points that the library has no use for.
+struct Unused {
+#define UNUSED(NAME, ERROR_OUT, PARAMETERS, ...) \
+  template <class... Arguments>                  \
+  static int NAME(Arguments...) {                \
+    return -1;                                   \
+  }
+  VRD_PROVIDER_ENTRY_POINTS(UNUSED)
+#undef UNUSED
 };
 
 /// The operations that the library uses; those of the same name above are hidden.
-struct Behaviour : Echo {
+struct Behaviour : Unused {
   static int HLD_CryptoInitialize(char* document, char* reserved, char** error) {
     return perform(StandIn::initialize, !reserved, document, error);
   }
@@ -96,8 +92,6 @@ struct Behaviour : Echo {
 
 VRD_TEST_EXPORT StandIn* standIn() { return &state; }
 
-#define EXPORT_ENTRY_POINT(NAME, ERROR_OUT, PARAMETERS, ...)                      \
-  VRD_TEST_EXPORT int NAME PARAMETERS {                                           \
-    return state.echoes ? Echo::NAME(__VA_ARGS__) : Behaviour::NAME(__VA_ARGS__); \
-  }
+#define EXPORT_ENTRY_POINT(NAME, ERROR_OUT, PARAMETERS, ...) \
+  VRD_TEST_EXPORT int NAME PARAMETERS { return Behaviour::NAME(__VA_ARGS__); }
 VRD_PROVIDER_ENTRY_POINTS(EXPORT_ENTRY_POINT)
