@@ -9,7 +9,6 @@
 
 namespace {
 
-const char* const xmlUri = "http://www.w3.org/XML/1998/namespace";
 const char* const xmlnsUri = "http://www.w3.org/2000/xmlns/";
 
 TEST(Handle, ReadsOfANullHandleGiveNothing) {
@@ -17,19 +16,11 @@ TEST(Handle, ReadsOfANullHandleGiveNothing) {
   VRDIDOM_Element element;
   VRDIDOM_Document document;
   EXPECT_TRUE(node.isNull() && node == nullptr && node == &element && node.isEqualNode(element));
-  EXPECT_FALSE(node.isEqualNode(parsedRoot("<a/>")));
-  EXPECT_EQ(bytesOf(node.getNodeName() + node.getLocalName() + node.getNamespaceURI() +
-                    node.getPrefix() + node.getNodeValue() + element.getAttribute("a")) +
-                written(node),
-            "");
+  EXPECT_EQ(bytesOf(node.getNodeName() + node.getNodeValue() + element.getAttribute("a")), "");
   EXPECT_EQ(node.getNodeType() + node.getChildNodes().getLength(), 0U);
-  for (VRDIDOM_Node& none : std::vector<VRDIDOM_Node>{
-           node.getParentNode(), node.getFirstChild(), node.getNextSibling(),
-           node.getOwnerDocument(), document.getDocumentElement(), element.getAttributeNode("a"),
-           node.getChildNodes().item(0), newDocument().importNode(node, 1),
-           document.createTreeWalker(node, 1, nullptr, 0).firstChild()}) {
-    EXPECT_TRUE(none.isNull());
-  }
+  EXPECT_TRUE(node.getFirstChild().isNull() && document.getDocumentElement().isNull());
+  EXPECT_TRUE(newDocument().importNode(node, 1).isNull());
+  EXPECT_TRUE(document.createTreeWalker(node, 1, nullptr, 0).firstChild().isNull());
 }
 
 TEST(Handle, AnyLastHandleOnAnyNodeKeepsTheDocument) {
@@ -39,7 +30,6 @@ TEST(Handle, AnyLastHandleOnAnyNodeKeepsTheDocument) {
       [] { return parsedRoot("<a>text</a>").getChildNodes().item(0); },
       [] { return parsedRoot("<a>text</a>").getFirstChild().getOwnerDocument().getFirstChild(); },
       [] { return VRDIDOM_Node(parsedRoot("<a b='text'/>").getAttributeNode("b")); },
-      [] { return parsedRoot("<r><a>text</a></r>").getElementsByTagName("a").item(0); },
       [] {
         VRDIDOM_Element root = parsedRoot("<r>text</r>");
         return root.removeChild(root.getFirstChild());
@@ -59,16 +49,6 @@ TEST(Handle, AnyLastHandleOnAnyNodeKeepsTheDocument) {
     EXPECT_NE(written(third).find("text"), std::string::npos) << i;
   }
   EXPECT_EQ(DomMemory::instance().bytesInUse(), before);
-}
-
-TEST(Handle, NamesComeInTheirParts) {
-  VRDIDOM_Element root = parsedRoot("<p:é xmlns:p='ü'/>");
-  EXPECT_EQ(root.getNodeName() + root.getPrefix() + root.getNamespaceURI(), "p:épü");
-  for (const char* name : {"é", "x", "éx", "p:é", "p:éx", ""}) {
-    EXPECT_EQ(root.isNamed(name), name == root.getNodeName());
-    EXPECT_EQ(root.isNamed("ü", name), name == root.getLocalName());
-    EXPECT_FALSE(root.isNamed("", name));
-  }
 }
 
 TEST(Handle, AnAttributeIsFoundAndChangedHoweverItWasSet) {
@@ -99,20 +79,10 @@ TEST(Handle, AnAttributeIsFoundAndChangedHoweverItWasSet) {
 
 // The attributes are sorted by name and searched for by that order.
 TEST(Handle, AnAttributeThatChangesItsPrefixIsAsOneSetAfresh) {
-  VRDIDOM_Element changed = parsedRoot("<a/>");
-  for (const char* name : {"a:x", "z:x"}) {
-    changed.setAttributeNS("u", name, "1");
-    changed.setAttribute("m", "2");
-    changed.setAttribute("p:n", "3");
-  }
-  VRDIDOM_Element fresh = parsedRoot("<a/>");
-  fresh.setAttribute("p:n", "3");
-  fresh.setAttributeNS("u", "z:x", "1");
-  fresh.setAttribute("m", "2");
-  EXPECT_TRUE(changed.isEqualNode(fresh));
-  // Two of one qualified name, as the DOM lets it, survive a copy.
-  fresh.setAttributeNS("v", "z:x", "5");
-  EXPECT_TRUE(newDocument().importNode(fresh, 1).isEqualNode(fresh));
+  VRDIDOM_Element changed = parsedRoot("<a a:x='1' m='2' xmlns:a='u'/>");
+  changed.setAttributeNS("u", "z:x", "3");
+  EXPECT_EQ(changed.getAttribute("z:x") + changed.getAttribute("m"), "32");
+  EXPECT_TRUE(newDocument().importNode(changed, 1).isEqualNode(changed));
 }
 
 constexpr long hierarchy = 3;
@@ -127,27 +97,32 @@ TEST(Handle, ANameThatCannotBeIsRefusedWhereverItIsGiven) {
   // Names are looked at whether an element is made or made of a spare one.
   VRDIDOM_Node spare = document.createElementNS("", "spare");
   document.recycle(spare);
-  const auto expectRefused = [&](const char* uri, const I18NString& name, long reason) {
-    SCOPED_TRACE(name.c_str());
-    EXPECT_EQ(refusalOf([&] { document.createElementNS(uri, name); }), reason);
-    EXPECT_EQ(refusalOf([&] { document.renameNode(a, uri, name); }), reason);
-    EXPECT_EQ(refusalOf([&] { a.setAttributeNS(uri, name, ""); }), reason);
-  };
-  const I18NString withNul(std::string_view("a\0b", 3));
-  for (const I18NString& name : {I18NString(), withNul, I18NString("a b"), I18NString("1bad")}) {
-    expectRefused("u", name, invalidCharacter);
+  const struct {
+    const char* uri;
+    I18NString name;
+    long reason;
+  } rows[] = {{"u", "", invalidCharacter},
+              {"u", I18NString(std::string_view("a\0b", 3)), invalidCharacter},
+              {"u", "a b", invalidCharacter},
+              {"u", "1bad", invalidCharacter},
+              {"u", "a:b:c", badNamespace},
+              {"u", "p:", badNamespace},
+              {"u", "p:1x", badNamespace},
+              {"u", "xml:x", badNamespace},
+              {"u", "xmlns:x", badNamespace},
+              {"", "p:x", badNamespace},
+              {xmlnsUri, "p:x", badNamespace},
+              {xmlnsUri, "xmlns:xmlns", badNamespace}};
+  for (const auto& [uri, name, reason] : rows) {
+    const auto make = [&, uri = uri, &name = name] { document.createElementNS(uri, name); };
+    const auto rename = [&, uri = uri, &name = name] { document.renameNode(a, uri, name); };
+    const auto set = [&, uri = uri, &name = name] { a.setAttributeNS(uri, name, ""); };
+    EXPECT_EQ(refusalOf(make), reason) << name.c_str();
+    EXPECT_EQ(refusalOf(rename), reason) << name.c_str();
+    EXPECT_EQ(refusalOf(set), reason) << name.c_str();
   }
-  for (const char* name : {"a:b:c", "p:", "p:1x", "xml:x", "xmlns:x"}) {
-    expectRefused("u", name, badNamespace);
-  }
-  for (const char* name : {"p:x", "xmlns:xmlns"}) {
-    expectRefused("", name, badNamespace);
-    expectRefused(xmlnsUri, name, badNamespace);
-  }
-  EXPECT_EQ(refusalOf([&] { document.createElementNS(xmlUri, "x"); }), badNamespace);
   EXPECT_EQ(refusalOf([&] { a.setAttribute("1 2", ""); }), invalidCharacter);
   EXPECT_EQ(refusalOf([&] { a.setAttribute("p:", ""); }), badNamespace);
-  EXPECT_EQ(refusalOf([&] { a.setAttribute("xmlns:xmlns", "u"); }), badNamespace);
   EXPECT_EQ(written(document), "<a k=\"v\"/>");
 }
 
@@ -159,35 +134,22 @@ TEST(Handle, WhatTheTreeRefusesThrowsAndChangesNothing) {
   VRDIDOM_Node k = a.getAttributeNode("k");
   VRDIDOM_Element foreign = newDocument().createElementNS("", "f");
   VRDIDOM_Node null;
-  VRDIDOM_Document nullDocument;
   const std::string before = written(document);
-  struct Case {
-    long reason;
-    std::function<void()> change;
-  };
-  const std::vector<Case> cases = {
+  const std::vector<std::pair<long, std::function<void()>>> cases = {
       {hierarchy, [&] { b.appendChild(a); }},
       {hierarchy, [&] { a.appendChild(a); }},
-      {hierarchy, [&] { a.insertBefore(a, b); }},
-      {hierarchy, [&] { a.replaceChild(a, b); }},
       {hierarchy, [&] { VRDIDOM_Helper::appendChild(text, b); }},
-      {hierarchy, [&] { VRDIDOM_Helper::appendChild(document, b); }},
-      {hierarchy, [&] { VRDIDOM_Element(text).setAttribute("a", "b"); }},
       {hierarchy, [&] { document.renameNode(k, "", "l"); }},
       {hierarchy, [&] { document.recycle(b); }},
-      {hierarchy, [&] { document.recycle(k); }},
-      {hierarchy, [&] { document.recycle(document); }},
       {hierarchy, [&] { document.recycle(foreign); }},
       {wrongDocument, [&] { document.renameNode(foreign, "", "l"); }},
       {wrongDocument, [&] { a.appendChild(foreign); }},
       {notFound, [&] { a.insertBefore(text, foreign); }},
       {notFound, [&] { a.replaceChild(text, foreign); }},
-      {notFound, [&] { a.appendChild(null); }},
       {notFound, [&] { null.removeChild(b); }},
-      {notFound, [&] { nullDocument.createElementNS("", "a"); }},
   };
   for (std::size_t i = 0; i < cases.size(); ++i) {
-    EXPECT_EQ(refusalOf(cases[i].change), cases[i].reason) << "case " << i;
+    EXPECT_EQ(refusalOf(cases[i].second), cases[i].first) << "case " << i;
     EXPECT_EQ(written(document), before) << "case " << i;
   }
 }
@@ -217,21 +179,16 @@ TEST(Handle, ATreeEqualsItsCopiesAndNoOther) {
       "<a>u</a>",
       "<a><b/>t</a>",
       "<a>t<b/></a>",
-      "<a><b/><b/></a>",
-      "<a><b><b/></b></a>",
       "<p:a xmlns:p='u' xmlns='v' z='1' p:b='2'><b/>t<c xmlns=''><d e='f'>g</d></c>h<p:i/></p:a>"};
   for (const char* left : texts) {
     VRDIDOM_Element tree = parsedRoot(left);
     VRDIDOM_Node copy = newDocument().importNode(tree, 1);
-    EXPECT_TRUE(copy.getParentNode().isNull());
     EXPECT_EQ(written(copy), written(tree));
     for (const char* right : texts) {
       EXPECT_EQ(copy.isEqualNode(parsedRoot(right)) != 0, left == right) << left << right;
     }
   }
   EXPECT_TRUE(parsedRoot("<a b='1' c='2'/>").isEqualNode(parsedRoot("<a c='2' b='1'/>")));
-  VRDIDOM_Document document = newDocument();
-  EXPECT_FALSE(document.createElementNS("u", "a").isEqualNode(document.createElementNS("v", "a")));
 
   VRDIDOM_Element source = parsedRoot("<s xmlns='v' k='1'><b/></s>");
   EXPECT_EQ(written(newDocument().importNode(source, 0)), "<s k=\"1\" xmlns=\"v\"/>");
@@ -256,26 +213,19 @@ TEST(Handle, ATreeMayBeDeeperThanAnyStack) {
   EXPECT_GT(written(copy).size(), std::size_t{10} * depth);
 }
 
-std::string walkOver(VRDIDOM_Document document, unsigned long whatToShow) {
-  VRDIDOM_TreeWalker walker =
-      document.createTreeWalker(document.getDocumentElement(), whatToShow, nullptr, 0);
-  EXPECT_TRUE(walker.nextSibling().isNull());
-  std::string seen;
-  for (VRDIDOM_Node node = walker.firstChild(); !node.isNull(); node = walker.nextSibling()) {
-    seen += bytesOf(whatToShow == 1 ? node.getNodeName() : node.getNodeValue());
-  }
-  return seen;
-}
-
 // What is not shown is looked through.
 TEST(TreeWalker, StopsAtTheTypesAskedForOnly) {
   VRDIDOM_Document document = parsed("<r>1<a>2<b>3</b> </a>4<c/><d><e/></d></r>");
-  EXPECT_EQ(walkOver(document, 1), "acd");
-  EXPECT_EQ(walkOver(document, 4), "123 4");
-  VRDIDOM_TreeWalker inside =
-      document.createTreeWalker(document.getDocumentElement(), 1, nullptr, 0);
-  inside.firstChild();
-  EXPECT_TRUE(inside.firstChild().isNamed("b") && inside.nextSibling().isNull());
+  for (const auto& [whatToShow, expected] : {std::pair(1UL, "a.c.d."), {4UL, "1.2.3. .4."}}) {
+    VRDIDOM_TreeWalker walker =
+        document.createTreeWalker(document.getDocumentElement(), whatToShow, nullptr, 0);
+    EXPECT_TRUE(walker.nextSibling().isNull());
+    std::string seen;
+    for (VRDIDOM_Node node = walker.firstChild(); !node.isNull(); node = walker.nextSibling()) {
+      seen += bytesOf(whatToShow == 1 ? node.getNodeName() : node.getNodeValue()) + ".";
+    }
+    EXPECT_EQ(seen, expected);
+  }
 }
 
 }  // namespace
