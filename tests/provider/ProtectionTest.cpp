@@ -6,7 +6,6 @@
 #include <thread>
 #include <vector>
 
-#include "crypto/ValueDecryption.h"
 #include "platform/core/VRDBase64.h"
 #include "tests/provider/ReferenceProvider.h"
 #include "tests/support/Store.h"
@@ -27,11 +26,6 @@ class ProtectionTest : public testing::Test {
     return VRDBase64Decode(stored.c_str(), bytes.data(), &size) == 0 ? bytes.substr(0, size) : "";
   }
 
-  static std::string flipped(std::string bytes, std::size_t bit) {
-    bytes[bit / 8] = static_cast<char>(bytes[bit / 8] ^ (1 << bit % 8));
-    return bytes;
-  }
-
   /// Puts @p stored into the startup document, and starts over.
   void storeSecret(const std::string& stored) {
     startOver();
@@ -42,10 +36,7 @@ class ProtectionTest : public testing::Test {
 };
 
 TEST_F(ProtectionTest, AProtectedValueIsReadThroughTheStore) {
-  const std::string texts[] = {"s", "p\xC3\xA4ss w\xE4rd\n", "<a b='c'>&amp;</a>",
-                               std::string(100000, 'x')};
-  for (const std::string& clear : texts) {
-    SCOPED_TRACE(clear.substr(0, 20));
+  for (const std::string& clear : {std::string("<\xC3\xA4 w\xE4\n"), std::string(100000, 'x')}) {
     const std::string stored = ProviderSession().protect(clear);
     storeSecret(stored);
     EXPECT_EQ(readText("secret", 1).text, clear);
@@ -70,24 +61,9 @@ TEST_F(ProtectionTest, ABlockHasItsFormAndIsNeverTheSameAndDamageIsRefused) {
   }
   EXPECT_EQ(session.unprotect(block + '\0'), "refused");
   for (std::size_t bit = 0; bit < block.size() * 8; ++bit) {
-    EXPECT_EQ(session.unprotect(flipped(block, bit)), "refused") << bit;
-  }
-}
-
-// What is refused is read as its bytes up to the first NUL. As a block of ours starts with NUL,
-// that is nothing, unless just this byte was hit.
-TEST_F(ProtectionTest, AFlippedBitOfTheStoredTextNeverYieldsAnotherClearText) {
-  const ProviderSession session;
-  // One length for each way in which base64 can end.
-  for (const char* clear : {"clear", "clear!", "clear!!"}) {
-    const std::string stored = session.protect(clear);
-    for (std::size_t bit = 0; bit < stored.size() * 8; ++bit) {
-      const std::string damaged = flipped(stored, bit);
-      const std::string text = decryptString(damaged.c_str(), session.handle()).c_str();
-      EXPECT_STREQ(text.c_str(), blockOf(damaged).c_str()) << bit;
-      EXPECT_THAT(text, testing::Not(HasSubstr("clear")));
-      EXPECT_TRUE(text.empty() || bit < 16) << "only the first byte of the block makes a text";
-    }
+    std::string flipped = block;
+    flipped[bit / 8] = static_cast<char>(flipped[bit / 8] ^ (1 << bit % 8));
+    EXPECT_EQ(session.unprotect(flipped), "refused") << bit;
   }
 }
 
@@ -101,11 +77,6 @@ TEST_F(ProtectionTest, KeysThatAreNotUsableLeaveNoSession) {
   EXPECT_THAT(lastFailure(), HasSubstr(file + ": has mode 0644; a key must have mode 0600"));
   ::chmod(file.c_str(), 0600);
   EXPECT_EQ(readText("secret", 1).text, "clear");
-
-  startOver();
-  std::filesystem::rename(file, file + ".away");
-  EXPECT_EQ(readText("secret", 1).state, VRDCFGAPI_CryptoUnavailable);
-  EXPECT_THAT(lastFailure(), HasSubstr("there is no key yet"));
 }
 
 TEST_F(ProtectionTest, AfterARotationOldValuesStayReadable) {
@@ -114,14 +85,8 @@ TEST_F(ProtectionTest, AfterARotationOldValuesStayReadable) {
   installation.addKey();
   const std::string second = ProviderSession().protect("two");
   EXPECT_EQ(blockOf(second).substr(6, 4), std::string("\0\0\0\2", 4));
-
-  // Also by a session that is older than the key, once the key is as it has to be.
-  ::chmod(installation.keys().fileOf(2).c_str(), 0640);
-  EXPECT_EQ(early.unprotect(blockOf(second)), "refused");
-  ::chmod(installation.keys().fileOf(2).c_str(), 0600);
-  EXPECT_EQ(early.unprotect(blockOf(second)), "two");
-  const ProviderSession late;
-  EXPECT_EQ(late.unprotect(blockOf(first)), "one");
+  EXPECT_EQ(early.unprotect(blockOf(second)), "two") << "though it is older than the key";
+  EXPECT_EQ(ProviderSession().unprotect(blockOf(first)), "one");
 
   std::filesystem::remove(installation.keys().fileOf(1));
   const ProviderSession last;
