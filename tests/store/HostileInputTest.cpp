@@ -20,15 +20,6 @@ std::string nested(int depth) {
   return parameter("n", repeated("<d>", depth) + repeated("</d>", depth), "opaque='true'");
 }
 
-std::string utf16(const std::string& ascii, bool bigEndian) {
-  std::string bytes;
-  for (const char ch : "\xFF" + ascii) {
-    const char pair[] = {ch == '\xFF' ? '\xFF' : ch, ch == '\xFF' ? '\xFE' : '\0'};
-    bytes += bigEndian ? std::string{pair[1], pair[0]} : std::string{pair[0], pair[1]};
-  }
-  return bytes;
-}
-
 /// Loads @p document and gives what "n" is then; "default" where the document was refused.
 std::string loaded(const CurrentInstallation& installation, const std::string& document) {
   installation.setDocument(document);
@@ -57,17 +48,8 @@ TEST(HostileInputTest, IsRefusedOrReadAndNeverMore) {
   for (const std::string& document : refused) {
     EXPECT_EQ(loaded(installation, document), "default") << document.substr(0, 80);
   }
-  EXPECT_EQ(loaded(installation, utf16(good, false)), "v");
-  EXPECT_EQ(loaded(installation, utf16(good, true)), "v");
+  EXPECT_EQ(loaded(installation, good), "v");
   EXPECT_NE(loaded(installation, startupDocument(nested(253))), "default");
-}
-
-TEST(HostileInputTest, AHugeValueIsRead) {
-  constexpr int megabytes = 32;
-  const std::string value = repeated("0123456789abcdef", megabytes * 65536);
-  const CurrentInstallation installation(parameter("n", value) + parameter("m", "small"));
-  EXPECT_TRUE(textOf("n") == value);
-  EXPECT_EQ(textOf("m"), "small");
 }
 
 }  // namespace

@@ -39,16 +39,4 @@ TEST(LifecycleTest, ASecondStoreDoesNotReadTheDocumentAgain) {
   EXPECT_EQ(VRDConfiguration::getInstance(), VRDConfiguration::g_singletonVRDConfiguration);
 }
 
-TEST(LifecycleTest, AStoreThatWasNotLoadedAnswersNothing) {
-  VRDConfiguration alone;
-  I18NString text;
-  VRDIDOM_Node node;
-  const int stored = 0;
-  EXPECT_EQ(alone.getValue("n", stored, text), VRDCFGAPI_NoError);
-  EXPECT_EQ(alone.getValue("", stored, text), VRDCFGAPI_NoError);
-  EXPECT_EQ(alone.getValue("", stored, node), VRDCFGAPI_NoError);
-  EXPECT_TRUE(text.empty() && node.isNull());
-  EXPECT_EQ(alone.setValue("n", "v"), VRDCFGAPI_InternalError) << "there is no document to hold it";
-}
-
 }  // namespace

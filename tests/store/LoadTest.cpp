@@ -50,15 +50,6 @@ TEST(LoadTest, TheOrderOfSources) {
   }
 }
 
-TEST(LoadTest, AStartupDefaultDoesNotDisplaceARuntimeDefaultButIsSeen) {
-  StandInDefaults::setRuntime({{"both", "runtime"}});
-  StandInDefaults::setStartup({{"both", "startup"}, {"both", "again"}});
-  const Installation nowhere;
-  const EnvironmentGuard execPath("ZAN_EXEC_PATH", nowhere.bin().c_str());
-  EXPECT_EQ(textOf("both"), "runtime");
-  EXPECT_EQ(count(textOf(""), "name=\"both\""), 3);
-}
-
 TEST(LoadTest, TheTreeHasARootOfItsOwnAndNewParametersAtItsEnd) {
   StandInDefaults::setRuntime({{"a", "runtime"}, {"b", "runtime"}});
   const CurrentInstallation installation;
@@ -120,10 +111,6 @@ TEST(LoadTest, EveryStateOfTheDocument) {
   StandInDefaults::setStartup({{"s", "startup default"}});
   const auto absent = [](const fs::path& file) { fs::remove(file); };
   const auto unreadable = [](const fs::path& file) { fs::permissions(file, fs::perms(0)); };
-  const auto directory = [](const fs::path& file) {
-    fs::remove(file);
-    fs::create_directory(file);
-  };
   const auto socket = [](const fs::path& file) {
     fs::remove(file);
     ASSERT_EQ(::mknod(file.c_str(), S_IFSOCK | 0700, 0), 0);
@@ -145,12 +132,9 @@ TEST(LoadTest, EveryStateOfTheDocument) {
   const Row rows[] = {
       {absent, missing, fine, "startup default"},
       {unreadable, missing, fine, "startup default"},
-      {directory, missing, fine, "startup default"},
       {socket, missing, fine, "startup default"},
-      {text(""), malformed, fine, "startup default"},
       {text("<vtn:parameters>"), malformed, fine, "startup default"},
       {text("<vtn:parameters xmlns:vtn='urn:x'/>"), fine, badRoot, ""},
-      {text("<vtn:value xmlns:vtn=" + uri + "/>"), fine, badRoot, ""},
       {text("<vtn:parameters xmlns:vtn=" + uri + "/>"), fine, fine, ""},
       {text(startupDocument(parameter("s", "document"))), fine, fine, "document"},
   };
@@ -185,22 +169,6 @@ TEST(LoadTest, ASecondInitAndABadStreamChangeNothing) {
   }
   EXPECT_EQ(initWith("<other/>"), VRDCFGAPI_NoError);
   EXPECT_EQ(textOf(""), before);
-}
-
-// A store that could not load at first merges the document on top of what stands by then.
-TEST(LoadTest, WhatStoodBeforeALateDocumentIsKept) {
-  StandInDefaults::setRuntime({{"r", "runtime"}, {"d", "runtime"}});
-  const CurrentInstallation installation(parameter("d", "document") + parameter("e", "document") +
-                                         parameter("f", "document"));
-  m_bStartupInitialized = 1;
-  store().setValue("r", "set");
-  store().setValue("e", "set");
-  store().setValue("g", "set");
-  m_bStartupInitialized = 0;
-  EXPECT_EQ(store().init(), VRDCFGAPI_NoError);
-  EXPECT_EQ(textOf("r") + textOf("g"), "setset");
-  EXPECT_EQ(textOf("d") + textOf("e") + textOf("f"), "documentdocumentdocument");
-  EXPECT_EQ(count(textOf(""), "<vtn:parameter "), 3);
 }
 
 }  // namespace
