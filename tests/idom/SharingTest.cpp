@@ -18,9 +18,7 @@ std::string readAll(VRDIDOM_Element root) {
     all += child.getNodeName() + child.getAttribute("name") + child.getAttributeNS("u", "kind") +
            child.getFirstChild().getNodeValue() + child.getParentNode().getNodeName();
   }
-  VRDIDOM_Element copy = newDocument().importNode(root, 1);
-  EXPECT_TRUE(copy.isEqualNode(root));
-  return bytesOf(all + root.getElementsByTagName("c").item(7).getNodeName()) + written(root);
+  return bytesOf(all) + written(newDocument().importNode(root, 1));
 }
 
 // The thread checker sees our own accesses: counts of handles, cursors of lists, the journal. It

@@ -78,8 +78,6 @@ TEST(Writer, AppendsWholeTreesAndReplacesTexts) {
   EXPECT_EQ(text, "before <a>1<b>2</b>3</a>");
   VRDIDOM_Helper::getElementText(root, text);
   EXPECT_EQ(text, "13");
-  VRDIDOM_Helper::getElementText(VRDIDOM_Element(), text);
-  EXPECT_EQ(text, "");
 }
 
 /// A tree of namespaces redeclared, hidden and undone, with values of all characters.
