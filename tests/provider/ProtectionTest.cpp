@@ -108,7 +108,6 @@ TEST_F(ProtectionTest, AKeyOpensOnlyWhatItProtectedUnderItsNumber) {
 
 TEST_F(ProtectionTest, ThreadsShareASession) {
   const ProviderSession session;
-  const std::string old = blockOf(session.protect("old"));
   installation.addKey();
   const std::string added = blockOf(ProviderSession().protect("added"));
 
@@ -118,7 +117,6 @@ TEST_F(ProtectionTest, ThreadsShareASession) {
       for (int i = 0; i < 200; ++i) {
         const std::string own = std::to_string(thread * 1000 + i);
         EXPECT_EQ(session.unprotect(blockOf(session.protect(own))), own);
-        EXPECT_EQ(session.unprotect(old), "old");
         EXPECT_EQ(session.unprotect(added), "added");
         EXPECT_EQ(session.unprotect(own), "refused");
         EXPECT_THAT(lastFailure(), HasSubstr("<reason>the block is not genuine</reason>"));

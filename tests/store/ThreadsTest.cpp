@@ -83,8 +83,7 @@ TEST(ThreadsTest, MemoryStaysFlat) {
       store().setValue("set", std::to_string(round % 10).c_str());
       // The last of them was set and is not replaced.
       EXPECT_EQ(initWith("<queryResult><g><mixed>" + value + "</mixed><opaque opaque='true'>" +
-                         value + "</opaque><plain opaque='false'>" + value + "</plain><set>" +
-                         value + "</set></g></queryResult>"),
+                         value + "</opaque><set>" + value + "</set></g></queryResult>"),
                 VRDCFGAPI_InternalError);
     }
   };

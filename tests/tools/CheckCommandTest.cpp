@@ -76,20 +76,18 @@ cmplst.txt:8:1 no-last-newline
 findings: 29
 )";
 
-/// An installation that has nothing to find in it.
-struct Clean : TestInstallation {
-  Clean() : TestInstallation("") {
-    write(locales, "<localeConfiguration/>");
-    write(components, "");
-  }
-};
-
 TEST(CheckCommand, NamesThePlaceOfEachKindAndWhatToDo) {
   const TestInstallation broken(brokenParameters);
   broken.write(locales, brokenLocales);
   broken.write(components, brokenComponents);
   const std::regex finding(".*/(.*:[0-9]+:[0-9]+): .+\n    to do: .+  \\[(.*)\\]\n");
   EXPECT_EQ(std::regex_replace(broken.run({"check"}).out, finding, "$1 $2\n"), findings);
+  const std::string blanks =
+      R"({"kind":"blanks","file":")" + broken.file(components) +
+      R"(","line":6,"column":1,"message":"blanks around the name or the version of \"D\" belong )"
+      R"(to it","advice":"remove them"})";
+  expectAnswers(broken.call(), {{{"check", "--json"}, 1, HasSubstr(blanks)}});
+  expectAnswers(SampleInstallation().call(), {{{"check"}, 0, "no findings\n"}});
 }
 
 TEST(CheckCommand, TellsOfFilesThatDoNotCountAtAll) {
@@ -100,24 +98,14 @@ TEST(CheckCommand, TellsOfFilesThatDoNotCountAtAll) {
       {components, nullptr, "missing"},
   };
   for (const auto& [name, content, message] : rows) {
-    const Clean installation;
-    std::filesystem::remove(installation / name);
+    const TestInstallation installation("");
+    installation.write(locales, "<localeConfiguration/>");
+    if (name != components) installation.write(components, "");
     if (content != nullptr) installation.write(name, content);
     const auto one =
         AllOf(HasSubstr(installation.file(name)), HasSubstr(message), EndsWith("findings: 1\n"));
     expectAnswers(installation.call(), {{{"check"}, 1, one}});
   }
-}
-
-TEST(CheckCommand, AnswersAlsoAsJsonAndFindsNothingInTheSample) {
-  expectAnswers(SampleInstallation().call(), {{{"check"}, 0, "no findings\n"}});
-  const Clean installation;
-  installation.write(components, "\n_version=1.1.0\n");
-  EXPECT_EQ(installation.run({"check", "--json"}).out,
-            R"({"findings":[{"kind":"empty-name","file":")" + installation.file(components) +
-                R"(","line":2,"column":1,"message":"the entry has an empty name",)"
-                R"("advice":"write the component's name in front of \"_version=\""}]})" +
-                "\n");
 }
 
 }  // namespace

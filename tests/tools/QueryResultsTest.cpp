@@ -74,10 +74,8 @@ TEST_F(QueryResults, AreExplainedEachInItsRole) {
                         ":2:1: first\ndisplaced  " + m_document +
                         ":3:1: startup\ndisplaced  query result " + m_one +
                         ":2:21: one\nin force   query result " + m_two + ":2:21\n";
-  const std::string log = "name              log\nvalue             " + m_there.file("a.log") +
-                          "\nbefore rewriting  %ZAN_ROOT%/a.log\ntype              "
-                          "cfg:filePath\nmarks             path\nin force          " +
-                          m_document + ":4:1\n";
+  const auto log = AllOf(HasSubstr("\nvalue             " + m_there.file("a.log") + "\n"),
+                         HasSubstr("before rewriting  %ZAN_ROOT%/a.log\n"));
   expectAnswers(
       m_there.call(),
       {{{"--query", m_one, "--query", m_two, "explain", "a"}, 0, a},
