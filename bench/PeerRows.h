@@ -11,5 +11,5 @@ void addPeerRows(Table& table, const std::filesystem::path& folder, int rounds);
 
 /// Prints what a cold load costs from 100 to 1,000,000 parameters, in microseconds: a line for each
 /// size, a column for the library, the bare parse and each peer. A peer that took more than
-/// half a minute gets "?" for the greater sizes.
+/// two seconds gets "?" for the greater sizes.
 void printCurve(const std::filesystem::path& folder);
