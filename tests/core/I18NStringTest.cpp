@@ -1,18 +1,14 @@
 #include "platform/core/I18NString.h"
 
 #include <gtest/gtest.h>
-#include <unistd.h>
 
 #include <climits>
-#include <cstdlib>
 #include <set>
 #include <stdexcept>
 #include <string>
 #include <thread>
 #include <utility>
 #include <vector>
-
-#include "platform/core/I18NLibrary.h"
 
 namespace {
 
@@ -74,15 +70,12 @@ TEST(I18NString, IsChangedByCharacters) {
     const char* start;
     void (*change)(I18NString&);
     const char* expected;
-  } rows[] = {{"\u20ACb\xC3"
-               "d",
-               [](I18NString& s) { s.replace(1, 2, I18NString("\u00E9")); }, "\u20AC\u00E9d"},
+  } rows[] = {{"\u20ACb\xC3z", [](I18NString& s) { s.replace(1, 2, I18NString("\u00E9")); },
+               "\u20AC\u00E9z"},
               {"\u20ACb", [](I18NString& s) { s.replace(0, 1, L'x', 3); }, "xxxb"},
               {"\u20ACb", [](I18NString& s) { s.replace(0, 0, L'x', -1); }, "\u20ACb"},
               {"ab", [](I18NString& s) { s.replace(9, INT_MAX, I18NString("c")); }, "abc"},
-              {"a\u20ACb", [](I18NString& s) { s.replace(1, 1, s); },
-               "aa\u20AC"
-               "bb"},
+              {"y\u20ACz", [](I18NString& s) { s.replace(1, 1, s); }, "yy\u20ACzz"},
               {"a\U0001F600b", [](I18NString& s) { s.erase(1, -1); }, "a"},
               {"a\U0001F600b", [](I18NString& s) { s.erase(-1, 1); }, "\U0001F600b"},
               {"\u00E9", [](I18NString& s) { s.resize(3, 0x20AC); }, "\u00E9\u20AC\u20AC"},
@@ -91,6 +84,12 @@ TEST(I18NString, IsChangedByCharacters) {
               {"\u00E9x", [](I18NString& s) { s = s.c_str() + 2; }, "x"},
               {"x", [](I18NString& s) { s += static_cast<const char*>(nullptr); }, "x"},
               {"x", [](I18NString& s) { s.appendUtf16(u"\u20AC\U0001F600"); }, "x\u20AC\U0001F600"},
+              // What no text can hold is replaced.
+              {"", [](I18NString& s) { s.resize(1, 0xD800); }, "\uFFFD"},
+              {"", [](I18NString& s) { s.resize(1, 0xDC7F); }, "\uFFFD"},
+              {"", [](I18NString& s) { s.resize(1, 0xDC80); }, "\x80"},
+              {"", [](I18NString& s) { s.resize(1, 0x110000); }, "\uFFFD"},
+              {"", [](I18NString& s) { s.appendUtf16(u"\xDC00\xD83Dz"); }, "\uFFFD\uFFFDz"},
               // Two halves become a character.
               {"\xC3", [](I18NString& s) { s += "\xA9"; }, "\u00E9"},
               {"\xC3x\xA9", [](I18NString& s) { s.erase(1, 1); }, "\u00E9"}};
@@ -113,42 +112,11 @@ TEST(I18NString, IsOrderedByTheNumbersOfTheCharacters) {
   }
 }
 
-TEST(I18NString, ReplacesCharactersThatNoTextCanHold) {
-  const std::pair<wchar_t, const char*> rows[] = {{0xD800, "\uFFFD"}, {0xDC7F, "\uFFFD"},
-                                                  {0xDC80, "\x80"},   {0xDCFF, "\xFF"},
-                                                  {0xDD00, "\uFFFD"}, {0x110000, "\uFFFD"}};
-  for (const auto& [ch, expected] : rows) {
-    I18NString text;
-    text.resize(1, ch);
-    EXPECT_STREQ(text.c_str(), expected) << std::hex << ch;
-    EXPECT_EQ(text.find(ch, 0), 0) << std::hex << ch;
-  }
-  const std::u16string units = {0xDC00, 0xD83D, u'a', 0xDCC3, 0xDCA9};
-  EXPECT_STREQ(I18NString::fromUtf16(units).c_str(), "\uFFFD\uFFFDa\u00E9");
-  EXPECT_TRUE(I18NString::fromUtf16(units).equalsUtf16(units));
-}
-
 TEST(I18NString, TooLongATextIsRefusedAndChangesNothing) {
   I18NString text("as it was");
   EXPECT_THROW(text.resize(INT_MAX, 0x20AC), std::length_error);
   EXPECT_THROW(text.replace(2, 1, 0x20AC, INT_MAX), std::length_error);
   EXPECT_EQ(text, "as it was");
-}
-
-// A string of static lifetime: made before main, used after it.
-I18NString earlyString("a name long enough to need memory of its own");
-
-void useEarlyString() {
-  earlyString += "\u00E9";
-  _exit(earlyString.length() == 45 && *earlyString.c_str("latin1") == 'a' ? 0 : 1);
-}
-
-TEST(I18NLibrary, StringsWorkWithoutItBeforeMainAndAtExit) {
-  I18NInitialize();
-  I18NTerminate();
-  const I18NString path("/opt/caf\xE9/\u00E9", I18NGetPlatformDefaultEncoding());
-  EXPECT_STREQ(path.c_str(I18NGetPlatformDefaultEncoding()), "/opt/caf\xE9/\u00E9");
-  EXPECT_EXIT(std::atexit(useEarlyString); std::exit(2), testing::ExitedWithCode(0), "");
 }
 
 TEST(I18NString, EncodedTextIsMadeOnceWhicheverThreadAsks) {

@@ -1,6 +1,8 @@
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <filesystem>
+#include <map>
 #include <string>
 
 #include "platform/core/MessageCatalogues.h"
@@ -18,10 +20,11 @@ TEST(Message, ShowsItsNumberWithoutACatalogueAndItsTextWithOne) {
 
   const EnvironmentGuard french("LC_ALL", "fr_FR.UTF-8");
   VRDMessage translated("vrdcfgapimsgs", 0x610B54C9);
-  const std::string before = "Il n’existe aucune correspondance pour les paramètres régionaux « ";
-  EXPECT_EQ(translated.getText().utf8(), before + "{0} ».");
+  const std::string before =
+      "Il n’existe aucune correspondance pour les paramètres régionaux «\u00A0";
+  EXPECT_EQ(translated.getText().utf8(), before + "{0}\u00A0».");
   translated << VRDMessageParm("{0}\xFF");
-  EXPECT_EQ(translated.getText().utf8(), before + "{0}\xFF ».");
+  EXPECT_EQ(translated.getText().utf8(), before + "{0}\xFF\u00A0».");
 }
 
 TEST(MessageCatalogues, SpeakTheMessageLanguageOfTheProcess) {
@@ -66,17 +69,14 @@ TEST(MessageCatalogue, PassesOverWhatIsNoEntry) {
 }
 
 TEST(MessageCatalogue, HasTheSameMessagesInEveryLanguage) {
-  // Numbers, each with the places for its parameters in order.
+  // The number of places for parameters of each message.
   const auto contents = [](const std::string& file) {
-    auto texts = MessageCatalogue::read(file)->texts();
-    for (auto& [number, text] : texts) {
-      std::string places;
-      for (char ch : text) {
-        if (std::string_view("{}0123456789").find(ch) != std::string_view::npos) places += ch;
-      }
-      text = places;
+    std::map<unsigned long, std::ptrdiff_t> places;
+    const auto texts = MessageCatalogue::read(file)->texts();
+    for (const auto& [number, text] : texts) {
+      places[number] = std::count(text.begin(), text.end(), '{');
     }
-    return texts;
+    return places;
   };
   const std::string base = MessageCatalogues::installed().folder() + "/vrdcfgapimsgs_";
   for (const char* language : {"de", "fr", "es", "ja"}) {
