@@ -41,13 +41,6 @@ class Placed {
   EnvironmentGuard m_execPath, m_root, m_libraryPath;
 };
 
-/// Expects that the process finds @p installation, and reads it, from where it stands.
-void expectFound(const Installation& installation) {
-  startOver();
-  EXPECT_EQ(textOf("who"), "the installation");
-  EXPECT_EQ(VRDFmDir::getEffectiveWorkingDir().c_str(), installation.bin());
-}
-
 const std::string who = parameter("who", "the installation");
 
 TEST(DiscoveryTest, EveryWayLeadsToTheSameInstallation) {
@@ -72,7 +65,9 @@ TEST(DiscoveryTest, EveryWayLeadsToTheSameInstallation) {
   for (std::size_t row = 0; row < std::size(rows); ++row) {
     SCOPED_TRACE(row);
     const Placed placed(rows[row].first, rows[row].second);
-    expectFound(installation);
+    startOver();
+    EXPECT_EQ(textOf("who"), "the installation");
+    EXPECT_EQ(VRDFmDir::getEffectiveWorkingDir().c_str(), bin);
   }
 }
 

@@ -87,7 +87,7 @@ TEST(CheckCommand, NamesThePlaceOfEachKindAndWhatToDo) {
       R"(","line":6,"column":1,"message":"blanks around the name or the version of \"D\" belong )"
       R"(to it","advice":"remove them"})";
   expectAnswers(broken.call(), {{{"check", "--json"}, 1, HasSubstr(blanks)}});
-  expectAnswers(SampleInstallation().call(), {{{"check"}, 0, "no findings\n"}});
+  expectAnswers(sampleCall(), {{{"check"}, 0, "no findings\n"}});
 }
 
 TEST(CheckCommand, TellsOfFilesThatDoNotCountAtAll) {

@@ -73,7 +73,7 @@ TEST(QueryCommands, NeverShowSecretsUnasked) {
 }
 
 TEST(ServiceCommands, AnswerForTheSample) {
-  expectAnswers(SampleInstallation().call(),
+  expectAnswers(sampleCall(),
                 {{{"fonts", "--json"}, 0, HasSubstr(R"({"font":"serif","use":"DejaVu Serif"})")},
                  {{"component", "METRICS"}, 0, "0.9.3-beta\n"},
                  {{"locales", "--in", "fr_CA"}, 0, HasSubstr("cs     tchèque\n")},

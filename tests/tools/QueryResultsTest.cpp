@@ -27,11 +27,6 @@ std::string valueOf(const std::string& name, const std::string& value) {
   return '<' + name + "><value>" + value + "</value></" + name + '>';
 }
 
-std::string settingOf(const std::string& name, const std::string& value) {
-  return valueOf("advancedSettings",
-                 "&lt;s&gt;&lt;x name=\"" + name + "\"&gt;" + value + "&lt;/x&gt;&lt;/s&gt;");
-}
-
 class QueryResults : public testing::Test {
  protected:
   QueryResults() {
@@ -69,6 +64,10 @@ TEST_F(QueryResults, EndTheCommandWhenRefused) {
 
 TEST_F(QueryResults, AreExplainedEachInItsRole) {
   const auto masked = AllOf(HasSubstr("********"), Not(HasSubstr("U1RPUkVE")));
+  const auto setting =
+      AllOf(HasSubstr("value      set\n"), HasSubstr("in force   advanced setting"));
+  const std::string set =
+      valueOf("advancedSettings", "&lt;s&gt;&lt;x name=\"b\"&gt;set&lt;/x&gt;&lt;/s&gt;");
   const std::string off = "ignored  " + m_document + ":5:1, since it is disabled";
   const std::string a = "name       a\nvalue      two\ndisplaced  " + m_document +
                         ":2:1: first\ndisplaced  " + m_document +
@@ -81,22 +80,8 @@ TEST_F(QueryResults, AreExplainedEachInItsRole) {
       {{{"--query", m_one, "--query", m_two, "explain", "a"}, 0, a},
        {{"explain", "log"}, 0, log},
        {{"explain", "off"}, 1, HasSubstr(off), testing::_},
+       {{"--query", "-", "explain", "b"}, 0, setting, "", resultOf(valueOf("b", "q") + set)},
        {{"--query", "-", "explain", "pw"}, 0, masked, "", resultOf(valueOf("pw", "new"))}});
-}
-
-TEST_F(QueryResults, AreExplainedAsTheyAreAnsweredWithAdvancedSettings) {
-  // The two query files, the answer, and what is told of the setting.
-  const std::tuple<std::string, std::string, std::string, const char*> rows[] = {
-      {valueOf("a", "q") + settingOf("a", "set"), "", "set", "in force"},
-      {settingOf("a", ""), "", "startup", "ignored"},
-  };
-  for (const auto& [first, second, answer, role] : rows) {
-    m_there.write("one.xml", resultOf(first));
-    m_there.write("two.xml", resultOf(second));
-    const auto told = HasSubstr("{\"role\":\"" + std::string(role) + "\",\"source\":\"advanced");
-    expectAnswers(m_there.call({"--query", m_one, "--query", m_two}),
-                  {{{"get", "a"}, 0, answer + "\n"}, {{"explain", "a", "--json"}, 0, told}});
-  }
 }
 
 }  // namespace

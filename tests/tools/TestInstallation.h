@@ -1,6 +1,5 @@
 #pragma once
 
-#include <stdexcept>
 #include <string>
 #include <string_view>
 
@@ -29,9 +28,5 @@ class TestInstallation : public Installation {
   }
 };
 
-/// A copy of the sample installation.
-struct SampleInstallation : TestInstallation {
-  SampleInstallation() {
-    std::filesystem::copy(VRDCFG_SAMPLE, path(), std::filesystem::copy_options::recursive);
-  }
-};
+/// A call about the sample installation.
+inline CommandCall sampleCall() { return {{"--root", VRDCFG_SAMPLE}}; }
