@@ -190,7 +190,6 @@ class VRD_EXPORT VRDConfiguration {
   ParameterTable m_parameters VRD_GUARDED_BY(m_lock);
   VRDIDOM_Document m_configDoc VRD_GUARDED_BY(m_lock);
   void* m_cryptoHandle VRD_GUARDED_BY(m_lock) = nullptr;
-  bool m_isRewriteDue VRD_GUARDED_BY(m_lock) = false;  // the tree changed, and rewriting failed
   VRDThreadRecursiveCriticalSection m_lock;
   // The vocabulary: set by the constructor, never changed.
   std::unique_ptr<const I18NString> m_namespaceUri;
@@ -204,4 +203,6 @@ class VRD_EXPORT VRDConfiguration {
   std::unique_ptr<const I18NString> m_encryptedAttribute;
   // Beside the table and in step with it: reads by name are what the store is asked most.
   std::unique_ptr<ParameterIndex> m_index VRD_PT_GUARDED_BY(m_lock);
+  // The tree changed and memory ended before its paths were rewritten: the next `_init` does that.
+  bool m_isRewriteDue VRD_GUARDED_BY(m_lock) = false;
 };
