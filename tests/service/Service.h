@@ -1,7 +1,5 @@
 #pragma once
 
-#include <list>
-#include <map>
 #include <memory>
 #include <regex>
 #include <sstream>
@@ -72,17 +70,8 @@ inline std::string pairs(const std::string& words) {
   return std::regex_replace(words, pair, "<item><key>$1</key><value>$2</value></item>");
 }
 
-inline std::vector<std::string> plain(const std::list<I18NString>& list) {
-  std::vector<std::string> texts;
-  for (const I18NString& text : list) texts.emplace_back(text.c_str());
-  return texts;
-}
-
-inline std::map<std::string, std::string> plain(const std::map<I18NString, I18NString>& map) {
-  std::map<std::string, std::string> texts;
-  for (const auto& entry : map) texts.emplace(entry.first.c_str(), entry.second.c_str());
-  return texts;
-}
+/// How GoogleTest shows a text.
+inline void PrintTo(const I18NString& text, std::ostream* out) { *out << text.c_str(); }
 
 /// The state that @p operation raises; 0 if it raises nothing.
 template <class Operation>

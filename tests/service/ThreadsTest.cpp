@@ -1,27 +1,12 @@
 #include <gtest/gtest.h>
 #include <malloc.h>
 
-#include <atomic>
-#include <functional>
 #include <set>
-#include <thread>
 
 #include "tests/service/Service.h"
+#include "tests/service/Together.h"
 
 namespace {
-
-void together(std::size_t count, const std::function<void(std::size_t)>& work) {
-  std::atomic<std::size_t> waiting{count};
-  std::vector<std::thread> threads;
-  for (std::size_t number = 0; number < count; ++number) {
-    threads.emplace_back([&, number] {
-      --waiting;
-      while (waiting > 0) std::this_thread::yield();
-      work(number);
-    });
-  }
-  for (std::thread& thread : threads) thread.join();
-}
 
 /// Operations of a service, each with the answer that it must give.
 const std::function<void(IVRDConfiguration&)> questions[] = {
@@ -80,8 +65,8 @@ TEST_F(ServiceThreads, ReadersWhileOneInitialises) {
     }
     if (number == 0) done = true;
     while (!done) {
-      const std::vector<std::string> fonts = plain(service->getFonts(""));
-      EXPECT_EQ(std::set<std::string>(fonts.begin(), fonts.end()).size(), 1U);
+      const std::list<I18NString> fonts = service->getFonts("");
+      EXPECT_EQ(std::set<I18NString>(fonts.begin(), fonts.end()).size(), 1U);
       EXPECT_FALSE(service->mapProductLocale("de", 1).empty());
       EXPECT_LE(service->getProductLocaleList("en").size(), 2U);
       EXPECT_EQ(service->getCurrencies("en").size(), 1U);
@@ -89,7 +74,7 @@ TEST_F(ServiceThreads, ReadersWhileOneInitialises) {
       EXPECT_EQ(service->getFontMappings().size(), 2U);
     }
   });
-  EXPECT_EQ(plain(service->getFonts("")), std::vector<std::string>(3, "999"));
+  EXPECT_EQ(service->getFonts(""), std::list<I18NString>(3, "999"));
 }
 
 // Of the last 9,900 rounds. A sanitizer keeps a heap of its own: there some rounds show whether
