@@ -6,9 +6,9 @@
 #include <set>
 #include <stdexcept>
 #include <string>
-#include <thread>
 #include <utility>
-#include <vector>
+
+#include "tests/support/Together.h"
 
 namespace {
 
@@ -123,13 +123,11 @@ TEST(I18NString, EncodedTextIsMadeOnceWhicheverThreadAsks) {
   for (int round = 0; round < 50; ++round) {
     const I18NString text("caf\u00E9 \u20AC");
     std::set<const void*> seen[4];
-    std::vector<std::thread> threads;
-    for (auto& pointers : seen) {
-      threads.emplace_back([&text, &pointers] {
-        for (const char* name : {"latin1", "UTF-16LE", "latin1"}) pointers.insert(text.c_str(name));
-      });
-    }
-    for (std::thread& thread : threads) thread.join();
+    together(4, [&](std::size_t number) {
+      for (const char* name : {"latin1", "UTF-16LE", "latin1"}) {
+        seen[number].insert(text.c_str(name));
+      }
+    });
     for (const auto& pointers : seen) EXPECT_EQ(pointers, seen[0]);
     EXPECT_EQ(seen[0].size(), 2U);
   }

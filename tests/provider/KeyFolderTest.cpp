@@ -2,11 +2,9 @@
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 
-#include <thread>
-#include <vector>
-
 #include "provider/KeyFolder.h"
 #include "tests/support/TemporaryFolder.h"
+#include "tests/support/Together.h"
 
 namespace {
 
@@ -90,12 +88,11 @@ TEST_F(KeyFolderTest, OnlyAnExactLineInAPrivateRegularFileIsAKey) {
 }
 
 TEST_F(KeyFolderTest, KeysAddedAtOnceAreAllKept) {
-  std::vector<std::thread> threads;
-  for (const char with : std::string("abcdefgh")) threads.emplace_back([&, with] { add(with); });
-  for (std::thread& thread : threads) thread.join();
+  const std::string all = "abcdefgh";
+  together(all.size(), [&](std::size_t number) { add(all[number]); });
   std::string found;
-  for (KeyNumber number = 1; number <= threads.size(); ++number) found += read(number)[0];
-  EXPECT_THAT(found, testing::UnorderedElementsAreArray("abcdefgh", 8));
+  for (KeyNumber number = 1; number <= all.size(); ++number) found += read(number)[0];
+  EXPECT_THAT(found, testing::UnorderedElementsAreArray(all));
 }
 
 }  // namespace

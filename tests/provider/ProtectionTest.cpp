@@ -3,13 +3,12 @@
 #include <sys/stat.h>
 
 #include <string>
-#include <thread>
-#include <vector>
 
 #include "crypto/ValueDecryption.h"
 #include "platform/core/VRDBase64.h"
 #include "tests/provider/ReferenceProvider.h"
 #include "tests/support/Store.h"
+#include "tests/support/Together.h"
 
 namespace {
 
@@ -128,19 +127,15 @@ TEST_F(ProtectionTest, ThreadsShareASession) {
   installation.addKey();
   const std::string added = blockOf(ProviderSession().protect("added"));
 
-  std::vector<std::thread> threads;
-  for (int thread = 0; thread < 8; ++thread) {
-    threads.emplace_back([&, thread] {
-      for (int i = 0; i < 200; ++i) {
-        const std::string own = std::to_string(thread * 1000 + i);
-        EXPECT_EQ(session.unprotect(blockOf(session.protect(own))), own);
-        EXPECT_EQ(session.unprotect(added), "added");
-        EXPECT_EQ(session.unprotect(own), "refused");
-        EXPECT_THAT(lastFailure(), HasSubstr("<reason>the block is not genuine</reason>"));
-      }
-    });
-  }
-  for (std::thread& thread : threads) thread.join();
+  together(8, [&](std::size_t thread) {
+    for (std::size_t i = 0; i < 200; ++i) {
+      const std::string own = std::to_string(thread * 1000 + i);
+      EXPECT_EQ(session.unprotect(blockOf(session.protect(own))), own);
+      EXPECT_EQ(session.unprotect(added), "added");
+      EXPECT_EQ(session.unprotect(own), "refused");
+      EXPECT_THAT(lastFailure(), HasSubstr("<reason>the block is not genuine</reason>"));
+    }
+  });
 }
 
 }  // namespace

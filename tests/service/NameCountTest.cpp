@@ -2,7 +2,7 @@
 
 #include "platform/core/I18NNumericFormat.h"
 #include "tests/service/Service.h"
-#include "tests/service/Together.h"
+#include "tests/support/Together.h"
 
 // The currency service is replaced in this program by one that counts, so that a test sees how
 // often names are computed.

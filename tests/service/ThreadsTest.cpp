@@ -4,7 +4,7 @@
 #include <set>
 
 #include "tests/service/Service.h"
-#include "tests/service/Together.h"
+#include "tests/support/Together.h"
 
 namespace {
 

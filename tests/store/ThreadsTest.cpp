@@ -1,16 +1,15 @@
 #include <gtest/gtest.h>
 
 #include <atomic>
-#include <functional>
 #include <set>
 #include <string>
-#include <thread>
 #include <vector>
 
 #include "platform/core/VRDFmDir.h"
 #include "platform/idom/DomMemory.h"
 #include "tests/support/Installation.h"
 #include "tests/support/Store.h"
+#include "tests/support/Together.h"
 
 // ThreadSanitizer watches these. Xerces-C comes from the distribution and is not instrumented, so a
 // race inside it on memory that it alone touches would go unseen; its reads store, at most, a value
@@ -18,26 +17,12 @@
 
 namespace {
 
-/// Runs @p work(number) on @p count threads that start together.
-void together(int count, const std::function<void(int)>& work) {
-  std::atomic<int> waiting{count};
-  std::vector<std::thread> threads;
-  for (int number = 0; number < count; ++number) {
-    threads.emplace_back([&, number] {
-      --waiting;
-      while (waiting > 0) std::this_thread::yield();
-      work(number);
-    });
-  }
-  for (std::thread& thread : threads) thread.join();
-}
-
 TEST(ThreadsTest, TheFirstUseOnManyThreadsMakesOneStore) {
-  constexpr int threadCount = 64;
+  constexpr std::size_t threadCount = 64;
   const CurrentInstallation installation(parameter("temp", "/var/tmp"));
   std::vector<VRDConfiguration*> seen(threadCount);
-  together(threadCount, [&](int number) {
-    seen[static_cast<std::size_t>(number)] = VRDConfiguration::getInstance();
+  together(threadCount, [&](std::size_t number) {
+    seen[number] = VRDConfiguration::getInstance();
     // The path is set before anybody has the store, and by one thread alone.
     EXPECT_STREQ(VRDFmDir::getTempPath().c_str(), "/var/tmp");
   });
@@ -50,7 +35,7 @@ TEST(ThreadsTest, ReadersAgainstSetValueAndInit) {
                                          parameter("queried", "old") +
                                          parameter("opaque", "<x/>", "opaque='true'"));
   std::atomic<bool> done{false};
-  together(5, [&](int number) {
+  together(5, [&](std::size_t number) {
     const int stored = 0;
     if (number == 0) {
       for (int round = 0; round < 1000; ++round) {
