@@ -54,17 +54,6 @@ TEST(Exception, ClonesAndIsHurledAsAnEqualObjectOfItsOwn) {
   }
 }
 
-TEST(Exception, AssignmentTakesOverEverything) {
-  VRDException source = sampleException();
-  VRDException target(VRDSeverity_Information, 2);
-  target << VRDMessage("old", 1);
-  target = source;
-  target = *&target;
-  expectSame(source, target);
-  for (int i = 0; i < 20; ++i) target.addMessage(target.getMessageAt(0));  // one of its own
-  EXPECT_EQ(target.getMessageAt(21).getText(), source.getMessageAt(0).getText());
-}
-
 TEST(Throwable, ToStringTellsEverythingOneFactALine) {
   const std::pair<std::shared_ptr<VRDThrowable>, const char*> rows[] = {
       {std::make_shared<VRDException>(sampleException()),

@@ -72,7 +72,7 @@ TEST(Sharing, ADocumentGrowsByTheLongestOfItsValuesOnly) {
     root.setAttribute("p:k", value.c_str());
     EXPECT_EQ(text.getNodeValue() + root.getAttribute("name"), (value + value).c_str());
   };
-  EXPECT_EQ(growthBy(100000, change), 0U);
+  EXPECT_EQ(growthBy(5000, change), 0U);
 }
 
 TEST(Sharing, ADocumentDoesNotGrowByTreesThatAreReplacedAndRecycled) {
@@ -88,7 +88,7 @@ TEST(Sharing, ADocumentDoesNotGrowByTreesThatAreReplacedAndRecycled) {
     document.recycle(replaced);
     EXPECT_TRUE(replaced.isNull() && copy.isEqualNode(shapes[i % 2]));
   };
-  EXPECT_EQ(growthBy(20000, replace), 0U);
+  EXPECT_EQ(growthBy(5000, replace), 0U);
 }
 
 }  // namespace
