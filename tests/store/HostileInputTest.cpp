@@ -50,6 +50,11 @@ TEST(HostileInputTest, IsRefusedOrReadAndNeverMore) {
   }
   EXPECT_EQ(loaded(installation, good), "v");
   EXPECT_NE(loaded(installation, startupDocument(nested(253))), "default");
+  std::string utf16 = "\xFF\xFE";
+  for (const char ch : good) utf16 += {ch, '\0'};
+  EXPECT_EQ(loaded(installation, utf16), "v");
+  const std::string huge = repeated("0123456789abcdef", 2 << 20);
+  EXPECT_TRUE(loaded(installation, with(huge)) == huge);
 }
 
 }  // namespace
