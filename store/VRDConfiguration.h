@@ -14,6 +14,7 @@
 #include "platform/idom/VRDIDOM_Node.h"
 
 class ParameterIndex;
+struct IndexedParameter;
 struct ParameterValue;
 
 /// The configuration store of the process: the effective parameter tree, and a table of its
@@ -183,7 +184,7 @@ class VRD_EXPORT VRDConfiguration {
       VRD_REQUIRES(m_lock);
   VRDCFGAPI_ErrorState readXml(VRDIDOM_Element element, int decrypt, I18NString& text)
       VRD_REQUIRES(m_lock);
-  VRDCFGAPI_ErrorState readPlain(const ParameterValue& value, int decrypt, I18NString& text)
+  VRDCFGAPI_ErrorState readPlain(IndexedParameter& parameter, int decrypt, I18NString& text)
       VRD_REQUIRES(m_lock);
   VRDCFGAPI_ErrorState toDecryptedCopy(VRDIDOM_Element& element) VRD_REQUIRES(m_lock);
 

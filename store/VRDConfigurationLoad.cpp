@@ -50,6 +50,7 @@ VRDCFGAPI_ErrorState VRDConfiguration::_init(VRDIDOM_Element* element) {
     }
     if (isChanged && state == VRDCFGAPI_NoError) {
       VRDIDOM_Element root = m_configDoc.getDocumentElement();
+      m_index->forgetTexts();
       rewritePathValues(root);
     }
     m_isRewriteDue = false;

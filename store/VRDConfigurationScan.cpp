@@ -99,7 +99,7 @@ void VRDConfiguration::scanParameter(VRDIDOM_Element& source, VRDIDOM_Element& r
   VRDIDOM_Element scanned = makeParameter(scratch, name);
   fillParameter(source, sourceValue, scanned);
 
-  if (ParameterIndex::Parameter* existing = m_index->find(name)) {
+  if (IndexedParameter* existing = m_index->find(name)) {
     if (existing->element->isEqualNode(scanned)) return;
     requireInTree(*existing->element);
     VRDIDOM_Element replacement = m_configDoc.importNode(scanned, 1);

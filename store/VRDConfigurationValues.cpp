@@ -37,10 +37,10 @@ VRDCFGAPI_ErrorState VRDConfiguration::getValue(const I18NString& name, const in
 VRDCFGAPI_ErrorState VRDConfiguration::readText(const I18NString& name, int decrypt,
                                                 I18NString& text) {
   if (name.empty()) return readXml(m_configDoc.getDocumentElement(), decrypt, text);
-  ParameterIndex::Parameter* parameter = m_index->find(name);
+  IndexedParameter* parameter = m_index->find(name);
   if (parameter == nullptr) return VRDCFGAPI_NoError;
   return parameter->value.isOpaque ? readXml(parameter->value.element, decrypt, text)
-                                   : readPlain(parameter->value, decrypt, text);
+                                   : readPlain(*parameter, decrypt, text);
 }
 
 VRDCFGAPI_ErrorState VRDConfiguration::readXml(VRDIDOM_Element element, int decrypt,
@@ -53,10 +53,10 @@ VRDCFGAPI_ErrorState VRDConfiguration::readXml(VRDIDOM_Element element, int decr
   return VRDCFGAPI_NoError;
 }
 
-VRDCFGAPI_ErrorState VRDConfiguration::readPlain(const ParameterValue& value, int decrypt,
+VRDCFGAPI_ErrorState VRDConfiguration::readPlain(IndexedParameter& parameter, int decrypt,
                                                  I18NString& text) {
-  VRDIDOM_Helper::getElementText(value.element, text);
-  if (decrypt == 0 || !value.isEncrypted) return VRDCFGAPI_NoError;
+  m_index->getText(parameter, text);
+  if (decrypt == 0 || !parameter.value.isEncrypted) return VRDCFGAPI_NoError;
   void* session = getCryptoHandle();
   if (session == nullptr) return VRDCFGAPI_CryptoUnavailable;
   text = decryptString(std::move(text), session);
@@ -88,7 +88,7 @@ VRDCFGAPI_ErrorState VRDConfiguration::readNode(const I18NString& name, int decr
   VRDIDOM_Element element;
   if (name.empty()) {
     element = m_configDoc.getDocumentElement();
-  } else if (ParameterIndex::Parameter* parameter = m_index->find(name)) {
+  } else if (IndexedParameter* parameter = m_index->find(name)) {
     element = parameter->value.element;
   }
   if (element.isNull()) return VRDCFGAPI_NoError;
@@ -107,7 +107,7 @@ VRDCFGAPI_ErrorState VRDConfiguration::setValue(const I18NString& name, const I1
   VRDThreadGuard guard(m_lock);
   try {
     if (name.empty() || value.empty()) return VRDCFGAPI_NoError;
-    ParameterIndex::Parameter* parameter = m_index->find(name);
+    IndexedParameter* parameter = m_index->find(name);
     if (parameter == nullptr) {
       insert(name, makePlainParameter(name, value));
       return VRDCFGAPI_NoError;
@@ -116,6 +116,7 @@ VRDCFGAPI_ErrorState VRDConfiguration::setValue(const I18NString& name, const I1
     if (parent.isNull()) {
       // Made here before, so it is plain and the table's own: its text changes in place, and
       // settings that change for months do not make the tree grow.
+      parameter->forgetText();
       VRDIDOMUtils::setText(parameter->value.element, value);
     } else {
       VRDIDOM_Element replacement = makePlainParameter(name, value);

@@ -52,6 +52,7 @@ TEST(ScanTest, WhatAParameterBecomes) {
 TEST(ScanTest, AChangedParameterKeepsItsPlace) {
   const CurrentInstallation installation(parameter("a", "1") + parameter("b", "1") +
                                          parameter("c", "1"));
+  EXPECT_EQ(textOf("a") + textOf("b") + textOf("c"), "111");
   EXPECT_EQ(take("<b><value>1</value></b><c><value>2</value></c><d><value>2</value></d>"
                  "<b><value>2</value></b><a/>"),
             VRDCFGAPI_NoError);
