@@ -61,6 +61,9 @@ class ParameterIndex {
   /// To be called before texts of the tree change.
   void forgetTexts() noexcept { ++m_textGeneration; }
 
+  /// Makes room for @p count parameters.
+  void reserve(std::size_t count) { m_parameters.reserve(count); }
+
   /// @param entry of the table, with a name that is not here yet
   void add(VRDConfiguration::ParameterTable::value_type& entry, const ParameterValue& value) {
     m_parameters.insert({entry.first.utf8(), {&entry.second, value}});

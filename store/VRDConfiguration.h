@@ -161,7 +161,7 @@ class VRD_EXPORT VRDConfiguration {
   void addDefaults(const char* const* (*defaults)()) VRD_REQUIRES(m_lock);
   VRDCFGAPI_ErrorState loadStartup() VRD_REQUIRES(m_lock);
   void mergeStartup(VRDIDOM_Document& startup) VRD_REQUIRES(m_lock);
-  struct Merged;
+  class Merged;
   void copyTreeTo(VRDIDOM_Document& document, VRDIDOM_Element& root, Merged& merged)
       VRD_REQUIRES(m_lock);
   void scan(VRDIDOM_Element& element) VRD_REQUIRES(m_lock);

@@ -5,7 +5,9 @@
 // what is no parameter goes. None of its parameters is copied or moved, and nothing of the store
 // changes before all is in place.
 
+#include <algorithm>
 #include <utility>
+#include <vector>
 
 #include "foundation/ConfigurationVocabulary.h"
 #include "foundation/VRDIDOMUtils.h"
@@ -13,28 +15,54 @@
 #include "store/ParameterIndex.h"
 #include "store/VRDConfiguration.h"
 
-/// A table and its index, under way.
-struct VRDConfiguration::Merged {
-  ParameterTable table;
-  ParameterIndex index;
-
-  /// Gives @p parameter the name. An element that had it leaves its tree.
-  void enter(const I18NString& name, const VRDIDOM_Element& parameter,
-             const ParameterValue& value) {
-    if (ParameterIndex::Parameter* present = index.find(name)) {
-      VRDIDOM_Node parent = present->element->getParentNode();
-      if (!parent.isNull()) parent.removeChild(*present->element);
-      present->become(parameter, value);
-      return;
-    }
-    // A document whose names rise needs no search.
-    index.add(*table.insert(table.end(), {name, parameter}), value);
+/// The parameters of a tree in document order, until it is known which of a name is the last.
+class VRDConfiguration::Merged {
+ public:
+  void add(const I18NString& name, const VRDIDOM_Element& parameter, const ParameterValue& value) {
+    m_entries.push_back({name, parameter, value});
   }
+
+  /// Moves the last parameter of each name into @p table, which is empty, and its index. The others
+  /// leave their tree.
+  void moveTo(ParameterTable& table, ParameterIndex& index) {
+    // A large table is slow to search for the place of each name, so they come in its order.
+    const std::vector<Entry*> entries = sorted();
+    index.reserve(entries.size());
+    for (std::size_t position = 0; position < entries.size(); ++position) {
+      Entry& entry = *entries[position];
+      if (position + 1 < entries.size() && entries[position + 1]->name == entry.name) {
+        VRDIDOM_Node parent = entry.parameter.getParentNode();
+        if (!parent.isNull()) parent.removeChild(entry.parameter);
+      } else {
+        index.add(*table.emplace_hint(table.end(), std::move(entry.name), entry.parameter),
+                  entry.value);
+      }
+    }
+  }
+
+ private:
+  struct Entry {
+    I18NString name;
+    VRDIDOM_Element parameter;
+    ParameterValue value;
+  };
+
+  /// By name, and in document order those of one name.
+  std::vector<Entry*> sorted() {
+    std::vector<Entry*> entries;
+    entries.reserve(m_entries.size());
+    for (Entry& entry : m_entries) entries.push_back(&entry);
+    std::stable_sort(entries.begin(), entries.end(), [](const Entry* left, const Entry* right) {
+      return left->name < right->name;
+    });
+    return entries;
+  }
+
+  std::vector<Entry> m_entries;
 };
 
-/// Copies what stands in the effective tree to the front of @p root, in another document, and
-/// enters the copies of what the table designates. What is in the table alone is copied without a
-/// parent.
+/// Copies what stands in the effective tree to the front of @p root, in another document, and adds
+/// the copies of what the table designates. What is in the table alone is copied without a parent.
 void VRDConfiguration::copyTreeTo(VRDIDOM_Document& document, VRDIDOM_Element& root,
                                   Merged& merged) {
   VRDIDOM_Node front = root.getFirstChild();
@@ -49,13 +77,13 @@ void VRDConfiguration::copyTreeTo(VRDIDOM_Document& document, VRDIDOM_Element& r
     const I18NString name = copy.getAttribute(*m_nameAttribute);
     const auto entry = m_parameters.find(name);
     if (entry != m_parameters.end() && entry->second == &child) {
-      merged.enter(name, copy, valueOf(copy));
+      merged.add(name, copy, valueOf(copy));
     }
   }
   for (auto [name, element] : m_parameters) {
-    if (merged.index.find(name) != nullptr) continue;
+    if (!element.getParentNode().isNull()) continue;
     VRDIDOM_Element copy = document.importNode(element, 1);
-    merged.enter(name, copy, valueOf(copy));
+    merged.add(name, copy, valueOf(copy));
   }
 }
 
@@ -77,11 +105,14 @@ void VRDConfiguration::mergeStartup(VRDIDOM_Document& startup) {
       continue;
     }
     if (value.isOpaque) declareConfigurationPrefixes(value.element);
-    merged.enter(parameter.getAttribute(*m_nameAttribute), parameter, value);
+    merged.add(parameter.getAttribute(*m_nameAttribute), parameter, value);
   }
 
-  m_parameters.swap(merged.table);
-  std::swap(*m_index, merged.index);
+  ParameterTable table;
+  ParameterIndex index;
+  merged.moveTo(table, index);
+  m_parameters.swap(table);
+  std::swap(*m_index, index);
   m_configDoc = startup;
 }
 
