@@ -42,7 +42,12 @@ I18NString unprotect(WipedBuffer& decoded, unsigned long size, void* handle) {
   ProviderMemory<void> owner(provider, block);
   // Straight from the block, so that no other copy has to be wiped.
   I18NString clearText = textOf(block, blockSize);
-  owner.giveBack();
+  try {
+    owner.giveBack();
+  } catch (...) {
+    wipe(clearText);
+    throw;
+  }
   return clearText;
 }
 

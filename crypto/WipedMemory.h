@@ -14,6 +14,12 @@
 /// Overwrites @p memory; the compiler does not leave it out.
 inline void wipe(void* memory, std::size_t size) noexcept { ::explicit_bzero(memory, size); }
 
+/// Overwrites the UTF-8 form of @p text, which only its destructor may meet from then on.
+inline void wipe(I18NString& text) noexcept {
+  // NOLINTNEXTLINE(cppcoreguidelines-pro-type-const-cast): a text gives no other way in
+  wipe(const_cast<char*>(text.utf8().data()), text.utf8().size());
+}
+
 /// A buffer that is wiped when its block ends. A small one, as most values need, lies in the
 /// object.
 class WipedBuffer {
@@ -41,11 +47,7 @@ class WipedBuffer {
 class WipedText {
  public:
   explicit WipedText(I18NString text) : m_text(std::move(text)) {}
-  ~WipedText() {
-    // The string is about to end, so nobody meets the characters that it then seems to have.
-    // NOLINTNEXTLINE(cppcoreguidelines-pro-type-const-cast): it is ours, and gives no other way in
-    wipe(const_cast<char*>(m_text.utf8().data()), m_text.utf8().size());
-  }
+  ~WipedText() { wipe(m_text); }
   WipedText(const WipedText&) = delete;
   WipedText& operator=(const WipedText&) = delete;
 
