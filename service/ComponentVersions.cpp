@@ -70,11 +70,11 @@ void ComponentVersions::read(std::istream& list) {
 std::size_t ComponentVersions::keepEntries(std::size_t kept, std::size_t unread,
                                            Large<Entry>& entries) {
   std::size_t begin = kept;
-  for (std::size_t end = m_text.find('\n', unread); end != m_text.npos;
+  for (std::size_t end = m_text.find('\n', unread); end != std::string::npos;
        end = m_text.find('\n', begin)) {
     const std::string_view line = textAt(begin).substr(0, end + 1 - begin);
     const std::size_t marker = findComponentMarker(line);
-    if (marker != line.npos) {
+    if (marker != std::string_view::npos) {
       entries.push_back({hashOf(line.substr(0, marker)), kept});
       if (kept != begin) std::memmove(&m_text[kept], line.data(), line.size());
       kept += line.size();
@@ -107,7 +107,7 @@ void ComponentVersions::insert(const Entry& entry) {
 }
 
 std::optional<std::string_view> ComponentVersions::find(std::string_view name) const {
-  if (m_slots.empty() || findComponentMarker(name) != name.npos) return std::nullopt;
+  if (m_slots.empty() || findComponentMarker(name) != std::string_view::npos) return std::nullopt;
   const auto isIts = [&](std::size_t place) { return hasName(place, name); };
   const Slot slot = m_slots[slotOf(hashOf(name), isIts)];
   if (slot == 0) return std::nullopt;
