@@ -72,13 +72,6 @@ bool isToBeDecrypted(VRDIDOM_Element& element, VRDIDOM_Attr& encrypted) {
          VRDIDOMUtils::isTextOnly(element) != 0;
 }
 
-void removeChildren(VRDIDOM_Element& element) {
-  for (VRDIDOM_Node child = element.getFirstChild(); !child.isNull();
-       child = element.getFirstChild()) {
-    element.removeChild(child);
-  }
-}
-
 /// Puts @p content into @p element, which is empty: as a tree if it is a document, else as text.
 void fill(VRDIDOM_Element& element, const I18NString& content) {
   VRDIDOM_Document parsed;

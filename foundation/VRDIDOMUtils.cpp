@@ -1,5 +1,6 @@
 #include "foundation/VRDIDOMUtils.h"
 
+#include "foundation/ElementWalk.h"
 #include "platform/idom/VRDIDOM_Document.h"
 #include "platform/idom/VRDIDOM_Helper.h"
 
@@ -7,13 +8,6 @@ namespace {
 
 bool holdsOneTextNode(VRDIDOM_Node& firstChild) {
   return firstChild.getNodeType() == VRDIDOMUtils::textNode && firstChild.getNextSibling().isNull();
-}
-
-void removeChildren(VRDIDOM_Element& element) {
-  for (VRDIDOM_Node child = element.getFirstChild(); !child.isNull();
-       child = element.getFirstChild()) {
-    element.removeChild(child);
-  }
 }
 
 }  // namespace

@@ -2,6 +2,7 @@
 
 #include <fstream>
 
+#include "foundation/ElementWalk.h"
 #include "foundation/VRDIDOMUtils.h"
 #include "platform/core/I18NLibrary.h"
 #include "platform/core/VRDFmDir.h"
@@ -53,12 +54,9 @@ void VRDConfigurationImpl::visitEntries(const I18NString& section, const I18NStr
   VRDIDOM_Element root = localeDocument().getDocumentElement();
   if (root.isNull() || root.getLocalName() != "localeConfiguration") return;
   VRDIDOM_Element parent = VRDIDOMUtils::selectSingleNode(root, section);
-  for (VRDIDOM_Node child = parent.getFirstChild(); !child.isNull();
-       child = child.getNextSibling()) {
-    if (child.getNodeType() != VRDIDOMUtils::elementNode || child.getLocalName() != entry) continue;
-    VRDIDOM_Element element = child;
-    visit(element);
-  }
+  forEachChildElement(parent, [&](VRDIDOM_Element& element) {
+    if (element.getLocalName() == entry) visit(element);
+  });
 }
 
 void VRDConfigurationImpl::loadList(TextList* list, const I18NString& section,

@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "foundation/ConfigurationVocabulary.h"
+#include "foundation/ElementWalk.h"
 #include "foundation/VRDIDOMUtils.h"
 #include "platform/core/I18NLibrary.h"
 #include "platform/core/VRDThreads.h"
@@ -70,11 +71,9 @@ I18NString valueTextOf(VRDIDOM_Element& parameter) {
 
 Values valuesBelow(VRDIDOM_Element& root) {
   Values values;
-  for (VRDIDOM_Node child = root.getFirstChild(); !child.isNull(); child = child.getNextSibling()) {
-    if (child.getNodeType() != VRDIDOMUtils::elementNode || !isNamed(child, Parameter)) continue;
-    VRDIDOM_Element parameter = child;
-    values.emplace(parameter.getAttribute("name"), valueTextOf(parameter));
-  }
+  forEachChildElement(root, [&](VRDIDOM_Element& child) {
+    if (isNamed(child, Parameter)) values.emplace(child.getAttribute("name"), valueTextOf(child));
+  });
   return values;
 }
 

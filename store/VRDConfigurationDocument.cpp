@@ -3,6 +3,7 @@
 #include <fstream>
 
 #include "foundation/ConfigurationVocabulary.h"
+#include "foundation/ElementWalk.h"
 #include "foundation/VRDIDOMUtils.h"
 #include "platform/core/I18NLibrary.h"
 #include "platform/core/VRDFmDir.h"
@@ -15,16 +16,12 @@ namespace {
 
 /// Removes what is disabled in the parameters of a startup document.
 void prune(VRDIDOM_Element root) {
-  VRDIDOM_Node next = root.getFirstChild();
-  while (!next.isNull()) {
-    VRDIDOM_Element child = next;
-    next = next.getNextSibling();
+  forEachChildElement(root, [](VRDIDOM_Element& child) {
     unsigned long unused = 0;
-    if (child.getNodeType() == VRDIDOMUtils::elementNode &&
-        VRDIDOMUtils::isQNameEquals(child, vocabulary().configUri, vocabulary().parameter)) {
+    if (VRDIDOMUtils::isQNameEquals(child, vocabulary().configUri, vocabulary().parameter)) {
       VRDConfiguration::removeDisabledElements(child, unused);
     }
-  }
+  });
 }
 
 }  // namespace

@@ -2,6 +2,7 @@
 // its element; here it becomes a parameter of the effective tree.
 
 #include "foundation/ConfigurationVocabulary.h"
+#include "foundation/ElementWalk.h"
 #include "foundation/VRDIDOMUtils.h"
 #include "platform/core/VRDRaise.h"
 #include "platform/idom/VRDIDOM_DOMImplementation.h"
@@ -17,10 +18,8 @@
 namespace {
 
 void copyChildElements(VRDIDOM_Element& source, VRDIDOM_Element& value) {
-  for (VRDIDOM_Node child = source.getFirstChild(); !child.isNull();
-       child = child.getNextSibling()) {
-    if (child.getNodeType() == VRDIDOMUtils::elementNode) VRDIDOM_Helper::appendChild(value, child);
-  }
+  forEachChildElement(source,
+                      [&](VRDIDOM_Element& child) { VRDIDOM_Helper::appendChild(value, child); });
 }
 
 /// Fills @p value, the value of a new parameter, from the value of a query result. Where nothing
@@ -78,16 +77,9 @@ void VRDConfiguration::scan(VRDIDOM_Element& element) {
 }
 
 void VRDConfiguration::_scanParametersHelper(VRDIDOM_Node& queryResult, VRDIDOM_Element& root) {
-  for (VRDIDOM_Node group = queryResult.getFirstChild(); !group.isNull();
-       group = group.getNextSibling()) {
-    if (group.getNodeType() != VRDIDOMUtils::elementNode) continue;
-    for (VRDIDOM_Node child = group.getFirstChild(); !child.isNull();
-         child = child.getNextSibling()) {
-      if (child.getNodeType() != VRDIDOMUtils::elementNode) continue;
-      VRDIDOM_Element parameter = child;
-      scanParameter(parameter, root);
-    }
-  }
+  forEachChildElement(queryResult, [&](VRDIDOM_Element& group) {
+    forEachChildElement(group, [&](VRDIDOM_Element& parameter) { scanParameter(parameter, root); });
+  });
 }
 
 void VRDConfiguration::scanParameter(VRDIDOM_Element& source, VRDIDOM_Element& root) {
