@@ -10,6 +10,11 @@ inline constexpr char ParamsNamespaceUri[] = "http://zandor.com/schemas/configpa
 inline constexpr char XmlSchemaNamespaceUri[] = "http://www.w3.org/2001/XMLSchema";
 inline constexpr char XmlSchemaInstanceNamespaceUri[] = "http://www.w3.org/2001/XMLSchema-instance";
 
+// Types of values. Their prefix is part of the word: it is compared and not looked up.
+inline constexpr char FolderPathType[] = "cfg:folderPath";
+inline constexpr char FilePathType[] = "cfg:filePath";
+inline constexpr char SystemPasswordType[] = "cfg:systemPassword";
+
 /// The words that trees are searched for, as the texts that they are compared with.
 struct ConfigurationVocabulary {
   const I18NString configUri = ConfigNamespaceUri;
@@ -29,10 +34,10 @@ struct ConfigurationVocabulary {
   const I18NString disabled = "disabled";
   const I18NString type = "type";
 
-  // Types. Their prefix is part of the word: it is compared and not looked up.
-  const I18NString folderPath = "cfg:folderPath";
-  const I18NString filePath = "cfg:filePath";
-  const I18NString systemPassword = "cfg:systemPassword";
+  // Types.
+  const I18NString folderPath = FolderPathType;
+  const I18NString filePath = FilePathType;
+  const I18NString systemPassword = SystemPasswordType;
 };
 
 /// The one of the process, made at the first call and never destroyed.

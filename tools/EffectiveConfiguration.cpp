@@ -1,7 +1,8 @@
 #include "tools/EffectiveConfiguration.h"
 
-#include <strings.h>
-
+#include "foundation/ConfigurationVocabulary.h"
+#include "foundation/ElementWalk.h"
+#include "foundation/VRDIDOMUtils.h"
 #include "platform/idom/VRDIDOM_Element.h"
 #include "platform/idom/VRDIDOM_Helper.h"
 #include "service/IVRDConfiguration.h"
@@ -13,7 +14,6 @@
 namespace {
 
 constexpr char wholeTree[] = "";
-constexpr short elementNode = 1;
 
 VRDConfiguration& store() { return *VRDConfiguration::getInstance(); }
 
@@ -33,13 +33,11 @@ EffectiveParameter absent(const std::string& name) {
 /// whole tree shows it. What is in the table alone came from an advanced setting and is plain.
 std::set<std::string> opaqueNames(VRDIDOM_Node root) {
   std::set<std::string> names;
-  for (VRDIDOM_Node child = root.getFirstChild(); !child.isNull(); child = child.getNextSibling()) {
-    if (child.getNodeType() != elementNode) continue;
-    VRDIDOM_Element parameter = child;
-    if (strcasecmp(parameter.getAttribute("opaque").c_str(), "true") == 0) {
+  forEachChildElement(root, [&](VRDIDOM_Element& parameter) {
+    if (saysTrue(parameter, vocabulary().opaque)) {
       names.insert(bytesOf(parameter.getAttribute("name")));
     }
-  }
+  });
   return names;
 }
 
@@ -115,7 +113,7 @@ EffectiveParameter EffectiveConfiguration::readXml(const std::string& name) cons
   if (m_decrypt && isEncrypted(element)) {
     // As an element, a value that is marked itself comes in its stored form; as text, in clear.
     readText(parameter);
-    setContent(element, textOf(parameter.text));
+    VRDIDOMUtils::setText(element, textOf(parameter.text));
     element.removeAttribute("encrypted");
     parameter.text = parameter.state == VRDCFGAPI_NoError ? xmlOf(value) : "";
   } else {

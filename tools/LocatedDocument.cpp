@@ -1,7 +1,5 @@
 #include "tools/LocatedDocument.h"
 
-#include <strings.h>
-
 #include <memory>
 #include <sstream>
 #include <utility>
@@ -146,7 +144,7 @@ std::string LocatedElement::type() const {
 
 bool LocatedElement::says(std::string_view name) const {
   const std::string* value = attribute(name);
-  return value != nullptr && strcasecmp(value->c_str(), "true") == 0;
+  return value != nullptr && saysTrue(I18NString(*value));
 }
 
 LocatedDocument::LocatedDocument(std::string content) {

@@ -22,7 +22,7 @@ constexpr char fromQuery[] = "query result";
 
 /// More is masked than the doors would: an origin is shown to tell which it is, not what it holds.
 bool holdsSecret(const LocatedElement& element) {
-  return element.says("encrypted") || element.type() == systemPasswordType ||
+  return element.says("encrypted") || element.type() == SystemPasswordType ||
          std::any_of(element.children.begin(), element.children.end(), holdsSecret);
 }
 

@@ -1,41 +1,39 @@
 #include "tools/Secrets.h"
 
-#include <strings.h>
-
 #include "foundation/ConfigurationVocabulary.h"
-#include "platform/core/I18NString.h"
-#include "platform/idom/VRDIDOM_Document.h"
-#include "platform/idom/VRDIDOM_Node.h"
+#include "foundation/ElementWalk.h"
+#include "foundation/VRDIDOMUtils.h"
 
 namespace {
 
-constexpr char systemPassword[] = "cfg:systemPassword";
-constexpr short elementNode = 1;
-
-/// Whether @p test holds for any element below @p parent.
+/// Whether @p test holds for any element below @p root.
 template <class Test>
-bool anyBelow(VRDIDOM_Element& parent, Test test) {
-  for (VRDIDOM_Node child = parent.getFirstChild(); !child.isNull();
-       child = child.getNextSibling()) {
-    if (child.getNodeType() != elementNode) continue;
-    VRDIDOM_Element element = child;
-    if (test(element) || anyBelow(element, test)) return true;
-  }
-  return false;
+bool anyBelow(VRDIDOM_Element& root, Test test) {
+  bool found = false;
+  walkElements(root, [&](VRDIDOM_Element& element) {
+    found = found || test(element);
+    return !found;
+  });
+  return found;
+}
+
+/// @return whether it was one
+bool maskIfSecret(VRDIDOM_Element& element) {
+  if (!isSecret(element)) return false;
+  VRDIDOMUtils::setText(element, secretMask);
+  return true;
 }
 
 }  // namespace
 
 I18NString typeOf(VRDIDOM_Element& element) {
-  return element.getAttributeNS(XmlSchemaInstanceNamespaceUri, "type");
+  return element.getAttributeNS(vocabulary().schemaInstanceUri, vocabulary().type);
 }
 
-bool isEncrypted(VRDIDOM_Element& element) {
-  return strcasecmp(element.getAttribute("encrypted").c_str(), "true") == 0;
-}
+bool isEncrypted(VRDIDOM_Element& element) { return saysTrue(element, vocabulary().encrypted); }
 
 bool isSecret(VRDIDOM_Element& element) {
-  return isEncrypted(element) || typeOf(element) == systemPassword;
+  return isEncrypted(element) || typeOf(element) == vocabulary().systemPassword;
 }
 
 bool holdsEncrypted(VRDIDOM_Element element) {
@@ -44,29 +42,18 @@ bool holdsEncrypted(VRDIDOM_Element element) {
 
 bool holdsUndecrypted(VRDIDOM_Element element) {
   return anyBelow(element, [](VRDIDOM_Element& candidate) {
-    return isEncrypted(candidate) && typeOf(candidate) != systemPassword;
+    return isEncrypted(candidate) && typeOf(candidate) != vocabulary().systemPassword;
   });
 }
 
 // Masked, not dropped: that there is a value, and what kind of it, is no secret.
 bool maskSecrets(VRDIDOM_Element element) {
-  if (isSecret(element)) {
-    setContent(element, secretMask);
-    return true;
-  }
-  bool masked = false;
-  for (VRDIDOM_Node child = element.getFirstChild(); !child.isNull();
-       child = child.getNextSibling()) {
-    if (child.getNodeType() == elementNode && maskSecrets(child)) masked = true;
-  }
-  return masked;
-}
-
-// The library's own helper for this is hidden in it.
-void setContent(VRDIDOM_Element& element, const I18NString& text) {
-  for (VRDIDOM_Node child = element.getFirstChild(); !child.isNull();
-       child = element.getFirstChild()) {
-    element.removeChild(child);
-  }
-  element.appendChild(element.getOwnerDocument().createTextNode(text));
+  if (maskIfSecret(element)) return true;
+  bool anyMasked = false;
+  walkElements(element, [&](VRDIDOM_Element& below) {
+    const bool isMasked = maskIfSecret(below);
+    anyMasked = anyMasked || isMasked;
+    return !isMasked;
+  });
+  return anyMasked;
 }

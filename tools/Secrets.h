@@ -18,7 +18,5 @@ bool holdsEncrypted(VRDIDOM_Element element);
 bool holdsUndecrypted(VRDIDOM_Element element);
 /// Masks it, or what is secret below it. @return whether there was anything to mask
 bool maskSecrets(VRDIDOM_Element element);
-/// Makes @p text the only content of the element.
-void setContent(VRDIDOM_Element& element, const I18NString& text);
 /// The value of `xsi:type`, or an empty text.
 I18NString typeOf(VRDIDOM_Element& element);

@@ -1,8 +1,5 @@
 #pragma once
 
-#include <strings.h>
-
-#include <array>
 #include <string>
 #include <string_view>
 
@@ -10,10 +7,6 @@
 #include "tools/LocatedDocument.h"
 
 // What the library looks at in a startup document.
-
-inline constexpr std::string_view folderPathType = "cfg:folderPath";
-inline constexpr std::string_view filePathType = "cfg:filePath";
-inline constexpr std::string_view systemPasswordType = "cfg:systemPassword";
 
 inline bool isParameter(const LocatedElement& element) {
   return element.isNamed(ConfigNamespaceUri, "parameter");
@@ -25,7 +18,7 @@ inline bool isValue(const LocatedElement& element) {
 
 inline bool isPathValue(const LocatedElement& element) {
   const std::string type = element.type();
-  return isValue(element) && (type == folderPathType || type == filePathType);
+  return isValue(element) && (type == FolderPathType || type == FilePathType);
 }
 
 /// Whether "disabled" has an effect on the element, if such elements lead to it.

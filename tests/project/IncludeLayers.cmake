@@ -20,10 +20,10 @@ set(SEES_java platform/core)
 set(SEES_provider crypto/ProviderEntryPoints.h)
 # The command does more than the library shows: it tells how the installation was found, protects
 # values and makes keys. It compiles the sources for that itself, and these are their headers.
-set(SEES_tools PUBLIC foundation/ConfigurationVocabulary.h store/InstallationDiscovery.h
-               store/InstallationFiles.h crypto/CryptoSession.h crypto/ProviderMemory.h
-               crypto/VRDCrypto.h crypto/ValueProtection.h crypto/WipedMemory.h
-               provider/KeyFolder.h)
+set(SEES_tools PUBLIC foundation/ConfigurationVocabulary.h foundation/ElementWalk.h
+               foundation/VRDIDOMUtils.h store/InstallationDiscovery.h store/InstallationFiles.h
+               crypto/CryptoSession.h crypto/ProviderMemory.h crypto/VRDCrypto.h
+               crypto/ValueProtection.h crypto/WipedMemory.h provider/KeyFolder.h)
 set(SEES_samples PUBLIC)
 # Tests, benchmarks and fuzzers link the archives and reach hidden code too.
 set(SEES_bench crypto foundation provider service startup store ${platform})

@@ -5,7 +5,7 @@
 namespace {
 
 bool isTruthWord(const std::string& word) {
-  return strcasecmp(word.c_str(), "true") == 0 || strcasecmp(word.c_str(), "false") == 0;
+  return saysTrue(textOf(word)) || saysFalse(textOf(word));
 }
 
 void checkWord(const LocatedElement& element, const char* mark, FindingList& findings) {

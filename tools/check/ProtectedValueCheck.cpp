@@ -20,7 +20,7 @@ std::vector<ProtectedValue> protectedValues(const LocatedElement& root) {
     if (!isParameter(child) || isDisabled(child)) continue;
     forEachElement(child, [&](const LocatedElement& element) {
       if (element.says("encrypted") && element.children.empty()) {
-        const bool isRead = &element == valueOf(child) || element.type() != systemPasswordType;
+        const bool isRead = &element == valueOf(child) || element.type() != SystemPasswordType;
         values.push_back({nameOf(child), &element, isRead});
       }
     });

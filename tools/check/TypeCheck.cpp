@@ -6,7 +6,7 @@
 
 namespace {
 
-constexpr std::array knownTypes = {folderPathType, filePathType, systemPasswordType};
+constexpr std::string_view knownTypes[] = {FolderPathType, FilePathType, SystemPasswordType};
 /// More than this many wrong letters make another word.
 constexpr int nearDistance = 2;
 

@@ -46,7 +46,7 @@ class Explanation {
 
  private:
   bool isPath() const {
-    return m_parameter.type == folderPathType || m_parameter.type == filePathType;
+    return m_parameter.type == FolderPathType || m_parameter.type == FilePathType;
   }
 
   const char* roleOf(const Origin& origin) const {

@@ -2,6 +2,7 @@
 #include <set>
 
 #include "foundation/ConfigurationVocabulary.h"
+#include "foundation/ElementWalk.h"
 #include "platform/idom/VRDIDOM_DOMImplementation.h"
 #include "platform/idom/VRDIDOM_Helper.h"
 #include "platform/idom/VRDIDOM_Parser.h"
@@ -18,7 +19,6 @@
 namespace {
 
 constexpr int valueWidth = 45;
-constexpr short elementNode = 1;
 
 /// A parameter as it stands on disk beside what is in force.
 struct Comparison {
@@ -37,16 +37,11 @@ std::set<std::string> secretNames() {
   std::set<std::string> names;
   if (VRDConfiguration::getConfigDoc(document) != VRDCFGAPI_NoError) return names;
   VRDIDOM_Element root = document.getDocumentElement();
-  for (VRDIDOM_Node node = root.getFirstChild(); !node.isNull(); node = node.getNextSibling()) {
-    if (node.getNodeType() != elementNode) continue;
-    VRDIDOM_Element parameter = node;
-    for (VRDIDOM_Node child = parameter.getFirstChild(); !child.isNull();
-         child = child.getNextSibling()) {
-      if (child.getNodeType() != elementNode) continue;
-      VRDIDOM_Element value = child;
+  forEachChildElement(root, [&](VRDIDOM_Element& parameter) {
+    forEachChildElement(parameter, [&](VRDIDOM_Element& value) {
       if (isSecret(value)) names.insert(bytesOf(parameter.getAttribute("name")));
-    }
-  }
+    });
+  });
   return names;
 }
 
