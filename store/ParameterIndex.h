@@ -15,14 +15,30 @@ struct ParameterValue {
   VRDIDOM_Element element;  // the "value" child
   bool isOpaque;            // XML and not text
   bool isEncrypted;         // a text that is stored encrypted
+  bool hasPaths;            // values that are rewritten, in it or at any depth below
 };
 
 /// A parameter of the table, with what reads need of it.
 struct IndexedParameter {
   VRDIDOM_Element* element;  // in the table
   ParameterValue value;
-  I18NString text{};                 // a copy of the value's text, as of its generation
-  unsigned long textGeneration = 0;  // older than any: there is no copy
+  I18NString text{};  // what a plain value holds, if it was kept
+  bool isTextKept = false;
+
+  /// Gives the text of a plain value, and keeps it: only the first read goes into the tree.
+  void getText(I18NString& result) {
+    if (isTextKept) {
+      result = text;
+      return;
+    }
+    VRDIDOM_Helper::getElementText(value.element, result);
+    if (result.utf8().size() > longestTextKept) return;
+    text = result;
+    isTextKept = true;
+  }
+
+  /// To be called before the value's text changes.
+  void forgetText() noexcept { isTextKept = false; }
 
   /// Puts another element, with its value, in the place of this one.
   void become(const VRDIDOM_Element& otherElement, const ParameterValue& itsValue) noexcept {
@@ -31,13 +47,12 @@ struct IndexedParameter {
     forgetText();
   }
 
-  /// To be called before the value's text changes.
-  void forgetText() noexcept { textGeneration = 0; }
+  // Copying a long text takes longer than finding it, and it would stand in memory twice.
+  static constexpr std::size_t longestTextKept = 1024;
 };
 
-/// The way into the parameter table for reads by name: one step to a parameter's value, however
-/// many parameters there are, and from its second reading on none into the tree. Holds what was
-/// added, which must stay in its table, in the place it has.
+/// The way into the parameter table for reads by name: one step to a parameter, however many there
+/// are. Holds what was added, which must stay in its table, in the place it has.
 class ParameterIndex {
  public:
   /// Null if there is no parameter of that name.
@@ -46,20 +61,11 @@ class ParameterIndex {
     return entry == m_parameters.end() ? nullptr : &entry->second;
   }
 
-  /// Gives the text of a plain value.
-  void getText(IndexedParameter& parameter, I18NString& text) {
-    if (parameter.textGeneration == m_textGeneration) {
-      text = parameter.text;
-      return;
-    }
-    VRDIDOM_Helper::getElementText(parameter.value.element, text);
-    if (text.utf8().size() > longestTextKept) return;
-    parameter.text = text;
-    parameter.textGeneration = m_textGeneration;
+  /// Calls @p visit for each parameter, in no order.
+  template <class Visit>
+  void visitAll(Visit visit) {
+    for (auto& entry : m_parameters) visit(entry.second);
   }
-
-  /// To be called before texts of the tree change.
-  void forgetTexts() noexcept { ++m_textGeneration; }
 
   /// Makes room for @p count parameters.
   void reserve(std::size_t count) { m_parameters.reserve(count); }
@@ -72,10 +78,6 @@ class ParameterIndex {
   void clear() { m_parameters.clear(); }
 
  private:
-  // Copying a long text takes longer than finding it, and it would stand in memory twice.
-  static constexpr std::size_t longestTextKept = 1024;
-
-  unsigned long m_textGeneration = 1;
   // The names are the table's own.
   std::unordered_map<std::string_view, IndexedParameter> m_parameters;
 };

@@ -164,6 +164,7 @@ class VRD_EXPORT VRDConfiguration {
   class Merged;
   void copyTreeTo(VRDIDOM_Document& document, VRDIDOM_Element& root, Merged& merged)
       VRD_REQUIRES(m_lock);
+  void rewriteTree() VRD_REQUIRES(m_lock);
   void scan(VRDIDOM_Element& element) VRD_REQUIRES(m_lock);
   void scanParameter(VRDIDOM_Element& source, VRDIDOM_Element& root) VRD_REQUIRES(m_lock);
 

@@ -48,17 +48,23 @@ VRDCFGAPI_ErrorState VRDConfiguration::_init(VRDIDOM_Element* element) {
       scan(*element);
       isChanged = true;
     }
-    if (isChanged && state == VRDCFGAPI_NoError) {
-      VRDIDOM_Element root = m_configDoc.getDocumentElement();
-      m_index->forgetTexts();
-      rewritePathValues(root);
-    }
+    if (isChanged && state == VRDCFGAPI_NoError) rewriteTree();
     m_isRewriteDue = false;
     return state;
   } catch (...) {
     m_isRewriteDue = isChanged;
     return VRDCFGAPI_InternalError;
   }
+}
+
+/// All path values of the tree are in parameters of the table: what else is in the tree came from a
+/// default list, and has no type.
+void VRDConfiguration::rewriteTree() {
+  m_index->visitAll([](IndexedParameter& parameter) {
+    if (!parameter.value.hasPaths) return;
+    parameter.forgetText();
+    rewritePathValues(*parameter.element);
+  });
 }
 
 /// The tree with its root and the runtime defaults, or nothing: without them it would pass for

@@ -3,6 +3,7 @@
 #include "foundation/ConfigurationVocabulary.h"
 #include "foundation/VRDIDOMUtils.h"
 #include "store/ParameterIndex.h"
+#include "store/PathRewriting.h"
 #include "store/VRDConfiguration.h"
 
 /// With a name and an empty value, not in the tree yet.
@@ -27,7 +28,8 @@ VRDIDOM_Element VRDConfiguration::makePlainParameter(const I18NString& name,
 ParameterValue VRDConfiguration::valueOf(VRDIDOM_Element& parameter) {
   VRDIDOM_Element value =
       VRDIDOMUtils::selectSingleNodeNS(parameter, *m_namespaceUri, *m_valueLocalName);
-  return {value, saysTrue(parameter, vocabulary().opaque), saysTrue(value, *m_encryptedAttribute)};
+  return {value, saysTrue(parameter, vocabulary().opaque), saysTrue(value, *m_encryptedAttribute),
+          holdsPathValue(parameter)};
 }
 
 /// Puts a parameter at the end of the tree and into the table, or into neither.

@@ -19,22 +19,32 @@ bool isPathValue(VRDIDOM_Element& value) {
   return type == vocabulary().folderPath || type == vocabulary().filePath;
 }
 
-/// Gives the text of every path value below @p root to @p rewrite, and writes it back where that
-/// says so.
-template <class Rewrite>
-void rewritePaths(VRDIDOM_Element& root, Rewrite rewrite) {
+/// Calls @p visit for each path value below @p root until it says true.
+/// @return whether it did
+template <class Visit>
+bool anyPathValue(VRDIDOM_Element& root, Visit visit) {
   VRDIDOM_NodeList values = root.getElementsByTagNameNS(vocabulary().configUri, vocabulary().value);
   const unsigned long count = values.getLength();
   for (unsigned long index = 0; index < count; ++index) {
     VRDIDOM_Element value = values.item(index);
-    if (!isPathValue(value)) continue;
+    if (isPathValue(value) && visit(value)) return true;
+  }
+  return false;
+}
+
+/// Gives the text of every path value below @p root to @p rewrite, and writes it back where that
+/// says so.
+template <class Rewrite>
+void rewritePaths(VRDIDOM_Element& root, Rewrite rewrite) {
+  anyPathValue(root, [&rewrite](VRDIDOM_Element& value) {
     const I18NString text = VRDIDOMUtils::getText(value);
     I18NString path = text;
-    if (text.empty() || !rewrite(path)) continue;
+    if (text.empty() || !rewrite(path)) return false;
     // Most paths are as they should be from the second time on. Where something stands beside the
     // text, writing removes it.
     if (path != text || !VRDIDOMUtils::isTextOnly(value)) VRDIDOMUtils::setText(value, path);
-  }
+    return false;
+  });
 }
 
 bool replaceReferences(I18NString& path) {
@@ -79,6 +89,10 @@ void VRDConfiguration::replaceVariables(VRDIDOM_Element& root) {
 }
 
 void VRDConfiguration::fixupPaths(VRDIDOM_Element& root) { rewritePaths(root, makeAbsolute); }
+
+bool holdsPathValue(VRDIDOM_Element& root) {
+  return anyPathValue(root, [](VRDIDOM_Element&) { return true; });
+}
 
 void rewritePathValues(VRDIDOM_Element& root) {
   rewritePaths(root, [](I18NString& path) {

@@ -55,7 +55,7 @@ VRDCFGAPI_ErrorState VRDConfiguration::readXml(VRDIDOM_Element element, int decr
 
 VRDCFGAPI_ErrorState VRDConfiguration::readPlain(IndexedParameter& parameter, int decrypt,
                                                  I18NString& text) {
-  m_index->getText(parameter, text);
+  parameter.getText(text);
   if (decrypt == 0 || !parameter.value.isEncrypted) return VRDCFGAPI_NoError;
   void* session = getCryptoHandle();
   if (session == nullptr) return VRDCFGAPI_CryptoUnavailable;
