@@ -23,7 +23,8 @@ set(SEES_provider crypto/ProviderEntryPoints.h)
 set(SEES_tools PUBLIC foundation/ConfigurationVocabulary.h foundation/ElementWalk.h
                foundation/VRDIDOMUtils.h store/InstallationDiscovery.h store/InstallationFiles.h
                crypto/CryptoSession.h crypto/ProviderMemory.h crypto/VRDCrypto.h
-               crypto/ValueProtection.h crypto/WipedMemory.h provider/KeyFolder.h)
+               service/ComponentMarker.h service/LocaleTableSources.h crypto/ValueProtection.h
+               crypto/WipedMemory.h provider/KeyFolder.h)
 set(SEES_samples PUBLIC)
 # Tests, benchmarks and fuzzers link the archives and reach hidden code too.
 set(SEES_bench crypto foundation provider service startup store ${platform})

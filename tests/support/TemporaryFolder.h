@@ -30,7 +30,7 @@ class TemporaryFolder {
 
   /// Writes @p content to @p name, which may name folders that are not there yet.
   std::filesystem::path write(std::string_view name, std::string_view content) const {
-    const std::filesystem::path file = m_path / name;
+    std::filesystem::path file = m_path / name;
     std::filesystem::create_directories(file.parent_path());
     std::ofstream(file, std::ios::binary)
         .write(content.data(), static_cast<std::streamsize>(content.size()));

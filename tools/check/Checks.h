@@ -6,6 +6,8 @@
 #include "tools/LocatedDocument.h"
 #include "tools/check/Finding.h"
 
+struct LocaleTable;
+
 // One check for each file of an installation. The list names the file; what is found goes into it.
 
 void checkStartupDocument(const InstallationFile& file, FindingList& findings);
@@ -19,9 +21,8 @@ void checkComponentList(const InstallationFile& file, FindingList& findings);
 void checkTypes(const LocatedElement& parameter, FindingList& findings);
 /// Marks that have no effect where or as they stand.
 void checkMarks(const LocatedElement& parameter, FindingList& findings);
-/// The lists and maps of the parameters that replace a table of the service.
-void checkTable(const LocatedElement& parameter, const LocatedElement& value,
-                FindingList& findings);
+/// The list or map in the value of a parameter that replaces @p table.
+void checkTable(const LocaleTable& table, const LocatedElement& value, FindingList& findings);
 /// Whether the stored texts of encrypted values can be read, as far as that can be told: by the
 /// provider, where there is one.
 void checkProtectedValues(const LocatedElement& root, FindingList& findings);

@@ -1,13 +1,12 @@
 #include <algorithm>
 #include <map>
 
+#include "service/ComponentMarker.h"
 #include "tools/NearNames.h"
 #include "tools/Text.h"
 #include "tools/check/Checks.h"
 
 namespace {
-
-constexpr std::string_view marker = "_version=";
 
 using Seen = std::map<std::string_view, unsigned long>;  // with the line
 
@@ -27,8 +26,9 @@ bool endsInReturn(std::string_view text) { return !text.empty() && text.back() =
 bool isNearlyAnEntry(std::string_view line) {
   constexpr int nearDistance = 2;
   const std::size_t end = line.find('=') + 1;
-  return end >= marker.size() &&
-         editDistance(line.substr(end - marker.size(), marker.size()), marker) <= nearDistance;
+  return end >= componentMarker.size() &&
+         editDistance(line.substr(end - componentMarker.size(), componentMarker.size()),
+                      componentMarker) <= nearDistance;
 }
 
 void checkOther(const Line& line, FindingList& findings) {
@@ -40,7 +40,7 @@ void checkOther(const Line& line, FindingList& findings) {
 
 void checkParts(const Line& line, std::string_view name, std::string_view version,
                 FindingList& findings) {
-  const unsigned long column = name.size() + marker.size() + 1;
+  const unsigned long column = name.size() + componentMarker.size() + 1;
   if (name.empty()) {
     findings.add("empty-name", line.number, 1, "the entry has an empty name",
                  "write the component's name in front of \"_version=\"");
@@ -66,7 +66,7 @@ void checkParts(const Line& line, std::string_view name, std::string_view versio
 
 void checkEntry(const Line& line, std::size_t at, Seen& seen, FindingList& findings) {
   const std::string_view name = line.text.substr(0, at);
-  checkParts(line, name, line.text.substr(at + marker.size()), findings);
+  checkParts(line, name, line.text.substr(at + componentMarker.size()), findings);
   const auto [first, isNew] = seen.insert({name, line.number});
   if (isNew) return;
   findings.add("duplicate-name", line.number, 1,
@@ -76,7 +76,7 @@ void checkEntry(const Line& line, std::size_t at, Seen& seen, FindingList& findi
 }
 
 void checkLine(const Line& line, Seen& seen, FindingList& findings) {
-  const std::size_t at = line.text.find(marker);
+  const std::size_t at = line.text.find(componentMarker);
   if (at == std::string_view::npos) {
     checkOther(line, findings);
   } else {

@@ -1,4 +1,3 @@
-#include <array>
 #include <map>
 #include <set>
 
@@ -7,38 +6,13 @@
 #include "tools/NearNames.h"
 #include "tools/Text.h"
 #include "tools/check/Checks.h"
+#include "tools/check/LocaleTables.h"
 
 namespace {
 
-enum class Content { LocaleCodes, LocalePatterns, Names };
-
-struct Section {
-  const char* name;
-  const char* entry;
-  bool isMap;
-  Content content;
-};
-
-constexpr std::array<Section, 7> sections = {{
-    {"supportedProductLocales", "locale", false, Content::LocaleCodes},
-    {"productLocaleMap", "localeMap", true, Content::LocalePatterns},
-    {"supportedContentLocales", "locale", false, Content::LocaleCodes},
-    {"contentLocaleMap", "localeMap", true, Content::LocalePatterns},
-    {"supportedCurrencies", "currency", false, Content::Names},
-    {"supportedFonts", "font", false, Content::Names},
-    {"fontsMap", "fontMap", true, Content::Names},
-}};
-
-const Section* sectionCalled(std::string_view name) {
-  for (const Section& section : sections) {
-    if (name == section.name) return &section;
-  }
-  return nullptr;
-}
-
 std::vector<std::string> sectionNames() {
   std::vector<std::string> names;
-  for (const Section& section : sections) names.emplace_back(section.name);
+  for (const LocaleTable& table : localeTables) names.emplace_back(table.source.section);
   return names;
 }
 
@@ -56,13 +30,13 @@ bool isCanonical(const std::string& key) {
   return bytesOf(VRDConfigurationFactory::getInstance()->normalizeLocale(textOf(key))) == key;
 }
 
-void checkForm(const Section& section, const LocatedElement& entry, const std::string& code,
+void checkForm(const LocaleTable& table, const LocatedElement& entry, const std::string& code,
                FindingList& findings) {
-  if (section.content == Content::LocaleCodes && !isLocaleCode(code)) {
+  if (table.codes == TableCodes::Locales && !isLocaleCode(code)) {
     findings.add("odd-locale", entry,
                  inQuotes(code) + " is no locale code, so it never counts as supported",
                  "write two small letters, or two, \"-\" and two, as in \"fr-ca\"");
-  } else if (section.content == Content::LocalePatterns && !isCanonical(code)) {
+  } else if (table.codes == TableCodes::LocalePatterns && !isCanonical(code)) {
     findings.add("odd-locale", entry,
                  "no normalised locale is ever equal to the key " + inQuotes(code),
                  "write it in small letters with \"-\", at most five characters");
@@ -83,42 +57,42 @@ std::string checkAttribute(const LocatedElement& entry, const char* name, Findin
 
 using Seen = std::map<std::string, unsigned long>;  // with the line
 
-void checkRepetition(const Section& section, const LocatedElement& entry, const std::string& code,
+void checkRepetition(const LocaleTable& table, const LocatedElement& entry, const std::string& code,
                      Seen& seen, FindingList& findings) {
   const auto [first, isNew] = seen.insert({code, entry.line});
   if (isNew) return;
   const std::string before = inQuotes(code) + " stands in line " + std::to_string(first->second);
   findings.add("duplicate-entry", entry,
-               before + (section.isMap ? " already, and the first one counts"
-                                       : " already; the list holds it twice"),
+               before + (table.isMap ? " already, and the first one counts"
+                                     : " already; the list holds it twice"),
                "remove one of them");
 }
 
-void checkEntry(const Section& section, const LocatedElement& entry, Seen& seen,
+void checkEntry(const LocaleTable& table, const LocatedElement& entry, Seen& seen,
                 FindingList& findings) {
-  const std::string code = checkAttribute(entry, section.isMap ? "key" : "id", findings);
-  if (section.isMap) checkAttribute(entry, "value", findings);
+  const std::string code = checkAttribute(entry, table.isMap ? "key" : "id", findings);
+  if (table.isMap) checkAttribute(entry, "value", findings);
   if (code.empty()) return;
-  checkForm(section, entry, code, findings);
-  checkRepetition(section, entry, code, seen, findings);
+  checkForm(table, entry, code, findings);
+  checkRepetition(table, entry, code, seen, findings);
 }
 
-void checkSection(const Section& section, const LocatedElement& element, FindingList& findings) {
+void checkSection(const LocaleTable& table, const LocatedElement& element, FindingList& findings) {
   Seen seen;
   for (const LocatedElement& entry : element.children) {
-    if (entry.localName == section.entry) {
-      checkEntry(section, entry, seen, findings);
+    if (entry.localName == table.source.entry) {
+      checkEntry(table, entry, seen, findings);
     } else {
-      findings.add(
-          "ignored-element", entry,
-          "element " + inQuotes(entry.qualifiedName) + " is ignored in " + inQuotes(section.name),
-          std::string("write it \"") + section.entry + "\", or remove it");
+      findings.add("ignored-element", entry,
+                   "element " + inQuotes(entry.qualifiedName) + " is ignored in " +
+                       inQuotes(table.source.section),
+                   std::string("write it \"") + table.source.entry + "\", or remove it");
     }
   }
 }
 
 void reportUnknown(const LocatedElement& element, FindingList& findings) {
-  if (sectionCalled(element.localName) != nullptr) {
+  if (tableOfSection(element.localName) != nullptr) {
     findings.add("prefixed-section", element,
                  "section " + inQuotes(element.qualifiedName) + " has a prefix, so it is not found",
                  "write it " + inQuotes(element.localName) + ", without a prefix");
@@ -134,17 +108,17 @@ void reportUnknown(const LocatedElement& element, FindingList& findings) {
 void checkSections(const LocatedElement& root, FindingList& findings) {
   Seen seen;
   for (const LocatedElement& element : root.children) {
-    const Section* section = sectionCalled(element.qualifiedName);
-    if (section == nullptr) {
+    const LocaleTable* table = tableOfSection(element.qualifiedName);
+    if (table == nullptr) {
       reportUnknown(element, findings);
       continue;
     }
-    const auto [first, isNew] = seen.insert({section->name, element.line});
+    const auto [first, isNew] = seen.insert({table->source.section, element.line});
     if (isNew) {
-      checkSection(*section, element, findings);
+      checkSection(*table, element, findings);
     } else {
       findings.add("duplicate-section", element,
-                   "section " + inQuotes(section->name) + " stands in line " +
+                   "section " + inQuotes(table->source.section) + " stands in line " +
                        std::to_string(first->second) + " already, and only that one is read",
                    "put the entries of both into one");
     }

@@ -3,6 +3,7 @@
 #include "tools/StartupVocabulary.h"
 #include "tools/Text.h"
 #include "tools/check/Checks.h"
+#include "tools/check/LocaleTables.h"
 
 namespace {
 
@@ -44,17 +45,12 @@ const LocatedElement* checkValue(const LocatedElement& parameter, FindingList& f
   return value;
 }
 
-/// A list or map that replaces a table is read as XML whatever its mark says.
-bool isTable(const LocatedElement& parameter) {
-  const std::string name = nameOf(parameter);
-  return name == "supportedProductLocales" || name == "supportedContentLocales" ||
-         name == "supportedCurrencies" || name == "supportedFonts" || name == "productLocaleMap" ||
-         name == "contentLocaleMap";
-}
-
 void checkContent(const LocatedElement& parameter, const LocatedElement& value,
                   FindingList& findings) {
-  if (isTable(parameter)) return checkTable(parameter, value, findings);
+  // A list or map that replaces a table is read as XML whatever its mark says.
+  if (const LocaleTable* table = tableOfParameter(nameOf(parameter))) {
+    return checkTable(*table, value, findings);
+  }
   if (parameter.says("opaque") || value.children.empty()) return;
   findings.add("hidden-xml", value.children.front(),
                called(parameter) + " holds elements and is not opaque, so its text leaves them out",

@@ -1,15 +1,11 @@
 #include "tools/StartupVocabulary.h"
 #include "tools/Text.h"
 #include "tools/check/Checks.h"
+#include "tools/check/LocaleTables.h"
 
 namespace {
 
 constexpr char itemName[] = "item";
-
-bool isMap(const LocatedElement& parameter) {
-  const std::string name = nameOf(parameter);
-  return name == "productLocaleMap" || name == "contentLocaleMap";
-}
 
 const LocatedElement* childOf(const LocatedElement& item, const char* name) {
   for (const LocatedElement& child : item.children) {
@@ -35,8 +31,7 @@ bool isPrefixedItem(const LocatedElement& element) {
 }  // namespace
 
 // Items count at any depth, but only under the bare name.
-void checkTable(const LocatedElement& parameter, const LocatedElement& value,
-                FindingList& findings) {
+void checkTable(const LocaleTable& table, const LocatedElement& value, FindingList& findings) {
   bool anyItem = false;
   forEachElement(value, [&](const LocatedElement& element) {
     if (isPrefixedItem(element)) {
@@ -47,11 +42,11 @@ void checkTable(const LocatedElement& parameter, const LocatedElement& value,
     }
     if (element.qualifiedName != itemName) return;
     anyItem = true;
-    if (isMap(parameter)) checkPair(element, findings);
+    if (table.isMap) checkPair(element, findings);
   });
   if (anyItem) return;
   findings.add("empty-table", value,
-               "parameter " + inQuotes(nameOf(parameter)) +
+               "parameter " + inQuotes(table.source.parameter) +
                    " holds no \"item\" element, so it replaces its table by an empty one",
                "give it items, or remove it so that the locale document counts");
 }
