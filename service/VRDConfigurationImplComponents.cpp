@@ -1,14 +1,10 @@
 // Unit VRDConfigurationImpl: the versions of the installed components.
 
-#include <fstream>
-
 #include "platform/core/I18NLibrary.h"
-#include "platform/core/VRDFmDir.h"
 #include "platform/core/VRDRaise.h"
 #include "service/StoreState.h"
 #include "service/VRDConfigurationImpl.h"
 #include "store/InstallationFiles.h"
-#include "store/VRDConfiguration.h"
 
 #define VRD_SOURCE_UNIT "VRDConfigurationImpl"
 
@@ -24,14 +20,8 @@ I18NString VRDConfigurationImpl::getComponentVersion(const I18NString& component
 
 void VRDConfigurationImpl::initializeComponentMap() {
   m_componentMap.makeOnce(m_componentMutex, VRD_LOCATION, [](ComponentVersions& versions) {
-    I18NString path = InstallationFiles::componentList;
-    VRDConfiguration::determineBinDir();
-    VRDFmDir::resolveEffectivePath(path);
-    const char* file = path.c_str(I18NGetPlatformDefaultEncoding());
-    if (!VRDFmDir::exists(file, InstallationFiles::readableFile)) {
-      raiseUnlessDone(VRDCFGAPI_ComponentListMissing);
-    }
-    std::ifstream list(file, std::ios::in | std::ios::binary);
-    versions.read(list);
+    std::optional<std::ifstream> list = openInstallationFile(InstallationFiles::componentList);
+    if (!list) raiseUnlessDone(VRDCFGAPI_ComponentListMissing);
+    versions.read(*list);
   });
 }

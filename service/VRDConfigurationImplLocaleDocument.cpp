@@ -1,18 +1,13 @@
 // Unit VRDConfigurationImpl: the locale document, and what fills a table.
 
-#include <fstream>
-
 #include "foundation/ElementWalk.h"
 #include "foundation/VRDIDOMUtils.h"
-#include "platform/core/I18NLibrary.h"
-#include "platform/core/VRDFmDir.h"
 #include "platform/core/VRDRaise.h"
 #include "platform/idom/VRDIDOM_NodeList.h"
 #include "platform/idom/VRDIDOM_Parser.h"
 #include "service/StoreState.h"
 #include "service/VRDConfigurationImpl.h"
 #include "store/InstallationFiles.h"
-#include "store/VRDConfiguration.h"
 
 #define VRD_SOURCE_UNIT "VRDConfigurationImpl"
 
@@ -25,16 +20,10 @@ VRDThreadCriticalSection g_localeDocMutex(0);
 
 VRDCFGAPI_ErrorState VRDConfigurationImpl::getLocaleDoc(VRDIDOM_Document& document) {
   if (document.isNull()) return VRDCFGAPI_NullDocument;
-  I18NString path = InstallationFiles::localeDocument;
-  VRDConfiguration::determineBinDir();
-  VRDFmDir::resolveEffectivePath(path);
-  const char* file = path.c_str(I18NGetPlatformDefaultEncoding());
-  if (!VRDFmDir::exists(file, InstallationFiles::readableFile)) {
-    return VRDCFGAPI_LocaleFileMissing;
-  }
+  std::optional<std::ifstream> file = openInstallationFile(InstallationFiles::localeDocument);
+  if (!file) return VRDCFGAPI_LocaleFileMissing;
   VRDIDOM_Parser parser(0);
-  std::ifstream stream(file, std::ios::in | std::ios::binary);
-  return parser.parse(stream, document) != 0 ? VRDCFGAPI_NoError : VRDCFGAPI_LocaleFileParseFailed;
+  return parser.parse(*file, document) != 0 ? VRDCFGAPI_NoError : VRDCFGAPI_LocaleFileParseFailed;
 }
 
 /// The object's own document, read at the first call. A handle of the caller's own: threads that

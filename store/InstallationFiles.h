@@ -1,5 +1,8 @@
 #pragma once
 
+#include <fstream>
+#include <optional>
+
 /// The files of an installation, relative to its "bin" directory.
 namespace InstallationFiles {
 
@@ -14,3 +17,9 @@ inline constexpr unsigned short regularFile = 0x8000;
 inline constexpr unsigned short readableFile = 0x8100;
 
 }  // namespace InstallationFiles
+
+/// Opens one of these files for reading; finds the installation first if that has not happened.
+/// Throws `VRDOutOfMemoryError`.
+/// @return nothing if it is no regular file that its owner may read; a stream that has failed if it
+///         cannot be opened all the same
+std::optional<std::ifstream> openInstallationFile(const char* name);

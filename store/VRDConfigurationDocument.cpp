@@ -1,12 +1,8 @@
 // Unit VRDConfiguration: the startup document, as it lies on the disk.
 
-#include <fstream>
-
 #include "foundation/ConfigurationVocabulary.h"
 #include "foundation/ElementWalk.h"
 #include "foundation/VRDIDOMUtils.h"
-#include "platform/core/I18NLibrary.h"
-#include "platform/core/VRDFmDir.h"
 #include "platform/idom/VRDIDOM_Parser.h"
 #include "store/InstallationFiles.h"
 #include "store/StartupDocument.h"
@@ -28,16 +24,10 @@ void prune(VRDIDOM_Element root) {
 
 VRDCFGAPI_ErrorState readStartupDocument(VRDIDOM_Document& document, int parserFlag) {
   if (document.isNull()) return VRDCFGAPI_NullDocument;
-  I18NString path = InstallationFiles::startupDocument;
-  VRDConfiguration::determineBinDir();
-  VRDFmDir::resolveEffectivePath(path);
-  const char* file = path.c_str(I18NGetPlatformDefaultEncoding());
-  if (!VRDFmDir::exists(file, InstallationFiles::readableFile)) {
-    return VRDCFGAPI_StartupFileMissing;
-  }
+  std::optional<std::ifstream> file = openInstallationFile(InstallationFiles::startupDocument);
+  if (!file) return VRDCFGAPI_StartupFileMissing;
   VRDIDOM_Parser parser(parserFlag);
-  std::ifstream stream(file, std::ios::in | std::ios::binary);
-  if (parser.parse(stream, document) == 0) return VRDCFGAPI_StartupFileParseFailed;
+  if (parser.parse(*file, document) == 0) return VRDCFGAPI_StartupFileParseFailed;
   prune(document.getDocumentElement());
   return VRDCFGAPI_NoError;
 }
