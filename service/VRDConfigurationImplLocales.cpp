@@ -5,6 +5,7 @@
 #include <optional>
 #include <string_view>
 
+#include "foundation/ConfigurationMessages.h"
 #include "foundation/VRDConfigurationException.h"
 #include "platform/core/VRDGuardedAllocation.h"
 #include "service/LocaleFamily.h"
@@ -18,7 +19,6 @@ VRDThreadCriticalSection g_mutexLocale(0);
 std::atomic<I18NLocale*> g_defLocale{nullptr};
 
 constexpr int canonicalLength = 5;
-constexpr unsigned long unmappedMessageNumber = 0x610B54C9;
 
 /// Locale codes that were replaced long ago and still come in.
 constexpr struct {
@@ -69,7 +69,7 @@ std::optional<I18NString> findMapping(const VRDConfigurationImpl::TextMap& mappi
 }
 
 [[noreturn]] void raiseUnmapped(const I18NString& locale) {
-  VRDMessage message("vrdcfgapimsgs", unmappedMessageNumber);
+  VRDMessage message(configurationCatalogue, configurationMessage(VRDCFGAPI_LocaleUnmapped));
   message << VRDMessageParm(locale);
   throw VRDConfigurationException(VRDSeverity_Error, VRDCFGAPI_LocaleUnmapped, message);
 }
