@@ -44,7 +44,8 @@ class LocaleServices {
   icu::Locale m_locale;
   bool m_commonI = true;
   mutable std::once_flag m_displayLocaleOnce;
-  mutable icu::Locale m_displayLocale;
+  // By a name: without one ICU copies its default locale, also where that found no memory.
+  mutable icu::Locale m_displayLocale{""};
   mutable std::once_flag m_timeZoneNamesOnce;
   mutable std::unique_ptr<const icu::TimeZoneNames> m_timeZoneNames;
   mutable std::once_flag m_timeZoneFormatOnce;
