@@ -1,5 +1,7 @@
 // Unit VRDConfiguration: how the effective tree comes about.
 
+#include <new>
+
 #include "foundation/VRDIDOMUtils.h"
 #include "platform/idom/VRDIDOM_DOMImplementation.h"
 #include "platform/idom/VRDIDOM_Parser.h"
@@ -51,8 +53,11 @@ VRDCFGAPI_ErrorState VRDConfiguration::_init(VRDIDOM_Element* element) {
     if (isChanged && state == VRDCFGAPI_NoError) rewriteTree();
     m_isRewriteDue = false;
     return state;
-  } catch (...) {
+  } catch (const std::bad_alloc&) {
     m_isRewriteDue = isChanged;
+    return VRDCFGAPI_InternalError;
+  } catch (...) {
+    // A fault of the query results: what stands by now stays as it was written.
     return VRDCFGAPI_InternalError;
   }
 }

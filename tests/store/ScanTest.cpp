@@ -96,12 +96,16 @@ TEST(ScanTest, AdvancedSettingsAreAppliedOnce) {
 
 TEST(ScanTest, AFailureInTheMiddleKeepsWhatWasTaken) {
   const CurrentInstallation installation(parameter("path", "rel", "", "xsi:type='cfg:filePath'"));
-  EXPECT_EQ(take("<before><value>1</value></before>"
-                 "<advancedSettings><value>not xml</value></advancedSettings>"
-                 "<behind><value>1</value></behind>"),
+  VRDConfiguration alone;  // the failure is in its first load
+  EXPECT_EQ(initWith("<queryResult><g><before><value>1</value></before>"
+                     "<advancedSettings><value>not xml</value></advancedSettings>"
+                     "<behind><value>1</value></behind></g></queryResult>",
+                     alone),
             VRDCFGAPI_InternalError);
-  EXPECT_EQ(order(), "path before advancedSettings ");
-  EXPECT_EQ(textOf("behind"), "");
+  EXPECT_EQ(alone.init(), VRDCFGAPI_NoError);
+  const std::pair<const char*, const char*> rows[] = {
+      {"before", "1"}, {"advancedSettings", "not xml"}, {"behind", ""}, {"path", "rel"}};
+  for (const auto& [name, value] : rows) EXPECT_EQ(textOf(name, alone), value) << name;
 }
 
 TEST(ScanTest, WhatSetValueMadeIsNotReplaced) {

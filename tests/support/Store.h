@@ -17,10 +17,10 @@ inline void startOver() {
 inline VRDConfiguration& store() { return *VRDConfiguration::getInstance(); }
 
 /// Takes in @p text as query results.
-inline VRDCFGAPI_ErrorState initWith(const std::string& text) {
+inline VRDCFGAPI_ErrorState initWith(const std::string& text, VRDConfiguration& target = store()) {
   std::istringstream source(text);
   IBJBufferedInputStream stream(source);
-  return store().init(stream);
+  return target.init(stream);
 }
 
 /// What a text read gives, with its state.
@@ -29,14 +29,14 @@ struct TextRead {
   std::string text;
 };
 
-inline TextRead readText(const char* name, int decrypt = 0) {
+inline TextRead readText(const char* name, int decrypt = 0, VRDConfiguration& from = store()) {
   I18NString text = "left over";
-  const VRDCFGAPI_ErrorState state = store().getValue(name, decrypt, text);
+  const VRDCFGAPI_ErrorState state = from.getValue(name, decrypt, text);
   return {state, text.c_str()};
 }
 
 /// The text of a parameter, where nothing is expected to fail.
-inline std::string textOf(const char* name) {
-  const TextRead read = readText(name);
+inline std::string textOf(const char* name, VRDConfiguration& from = store()) {
+  const TextRead read = readText(name, 0, from);
   return read.state == VRDCFGAPI_NoError ? read.text : "state " + std::to_string(read.state);
 }
