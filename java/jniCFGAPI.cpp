@@ -8,15 +8,19 @@
 
 namespace {
 
+constexpr char beginning[] = "ZAN_ROOT=";
+
 /// The environment entry. The environment holds a pointer to this text, not a copy of it.
 I18NString jniCFGAPI_ZAN_ROOT;
 /// The name of the variable last asked for.
 I18NString jniCFGAPI_ENV_VAR;
 
-/// Takes our entry out of the environment. Whoever reads or extends the environment looks at every
-/// entry, so the text of ours must not change or end while it is one.
+/// Takes our entry, and nobody else's, out of the environment. Whoever reads or extends the
+/// environment looks at every entry, so the text of ours must not change or end while it is one.
 void withdrawRoot() {
-  if (!jniCFGAPI_ZAN_ROOT.empty()) ::unsetenv("ZAN_ROOT");
+  if (jniCFGAPI_ZAN_ROOT.empty()) return;
+  const char* const value = jniCFGAPI_ZAN_ROOT.c_str() + sizeof beginning - 1;
+  if (::getenv("ZAN_ROOT") == value) ::unsetenv("ZAN_ROOT");
 }
 
 /// Declared behind the strings, so that at exit it ends before them.
@@ -36,7 +40,7 @@ JNIEXPORT void JNICALL Java_com_zandor_vrdcfgapi_jniCFGAPI_jniSetZanRoot(JNIEnv*
                                                                          jstring path) {
   const char* const characters = env->GetStringUTFChars(path, nullptr);
   withdrawRoot();
-  jniCFGAPI_ZAN_ROOT = "ZAN_ROOT=";
+  jniCFGAPI_ZAN_ROOT = beginning;
   jniCFGAPI_ZAN_ROOT += I18NString(characters);
   // NOLINTNEXTLINE(cppcoreguidelines-pro-type-const-cast): putenv does not change the text
   ::putenv(const_cast<char*>(jniCFGAPI_ZAN_ROOT.c_str()));
