@@ -133,6 +133,13 @@ const std::string* LocatedElement::attribute(std::string_view name) const {
   return nullptr;
 }
 
+const LocatedElement* LocatedElement::child(std::string_view name) const {
+  for (const LocatedElement& candidate : children) {
+    if (candidate.qualifiedName == name) return &candidate;
+  }
+  return nullptr;
+}
+
 std::string LocatedElement::type() const {
   for (const LocatedAttribute& candidate : attributes) {
     if (candidate.namespaceUri == XmlSchemaInstanceNamespaceUri && candidate.localName == "type") {

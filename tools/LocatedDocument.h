@@ -32,6 +32,8 @@ struct LocatedElement {
   bool isNamed(std::string_view uri, std::string_view local) const;
   /// By qualified name; null if it is absent.
   const std::string* attribute(std::string_view name) const;
+  /// The first child of that qualified name; null if there is none.
+  const LocatedElement* child(std::string_view name) const;
   /// The value of `xsi:type`, or an empty text.
   std::string type() const;
   /// Whether the attribute is there and says "true", in whatever case.

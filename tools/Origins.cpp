@@ -32,14 +32,6 @@ std::string shownValue(const LocatedDocument& document, const LocatedElement& va
   return onOneLine(document.bytes().substr(value.tagEnd, value.contentEnd - value.tagEnd));
 }
 
-/// The first child of that name as it is written, which is how query results are read.
-const LocatedElement* childCalled(const LocatedElement& parent, std::string_view name) {
-  for (const LocatedElement& child : parent.children) {
-    if (child.qualifiedName == name) return &child;
-  }
-  return nullptr;
-}
-
 /// Follows the sources of the effective tree in the library's order:
 ///   1. the runtime defaults;
 ///   2. the startup document or, if it cannot be had, the startup defaults;
@@ -92,7 +84,7 @@ class OriginWalk {
     if (file.trouble.empty()) content = readFile(file.path);
     const LocatedDocument document(content.value_or(""));
     if (!document.parsed()) return addDefaults("startup default", getstartupDefaults());
-    if (!document.root().isNamed(ConfigNamespaceUri, "parameters")) return;
+    if (!isStartupRoot(document.root())) return;
     for (const LocatedElement& child : document.root().children) {
       if (isParameter(child) && nameOf(child) == m_name) addStartup(document, file.path, child);
     }
@@ -130,7 +122,7 @@ class OriginWalk {
                  const LocatedElement& result) {
     for (const LocatedElement& group : result.children) {
       for (const LocatedElement& parameter : group.children) {
-        const LocatedElement* value = childCalled(parameter, "value");
+        const LocatedElement* value = parameter.child("value");
         if (parameter.qualifiedName == m_name) addResultValue(document, file, parameter, value);
         if (parameter.qualifiedName == advancedSettings && value != nullptr) {
           addSettings(file, parameter, *value);

@@ -8,6 +8,10 @@
 
 // What the library looks at in a startup document.
 
+inline bool isStartupRoot(const LocatedElement& element) {
+  return element.isNamed(ConfigNamespaceUri, "parameters");
+}
+
 inline bool isParameter(const LocatedElement& element) {
   return element.isNamed(ConfigNamespaceUri, "parameter");
 }

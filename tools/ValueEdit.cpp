@@ -17,7 +17,7 @@ LocatedDocument parsed(const std::string& content) {
     throw ValueEditError("the startup document does not parse: " + document.errorText() +
                          " (line " + std::to_string(document.errorLine()) + ')');
   }
-  if (!document.root().isNamed(ConfigNamespaceUri, "parameters")) {
+  if (!isStartupRoot(document.root())) {
     throw ValueEditError("the root of the startup document is not \"parameters\"");
   }
   return document;

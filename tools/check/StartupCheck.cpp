@@ -14,7 +14,7 @@ std::string called(const LocatedElement& parameter) {
 }
 
 bool checkRoot(const LocatedElement& root, FindingList& findings) {
-  if (root.isNamed(ConfigNamespaceUri, "parameters")) return true;
+  if (isStartupRoot(root)) return true;
   findings.add("wrong-root", root,
                "the root is " + inQuotes(root.qualifiedName) + " in namespace " +
                    inQuotes(root.namespaceUri) + ", so nothing in the document counts",

@@ -7,16 +7,9 @@ namespace {
 
 constexpr char itemName[] = "item";
 
-const LocatedElement* childOf(const LocatedElement& item, const char* name) {
-  for (const LocatedElement& child : item.children) {
-    if (child.qualifiedName == name) return &child;
-  }
-  return nullptr;
-}
-
 void checkPair(const LocatedElement& item, FindingList& findings) {
   for (const char* name : {"key", "value"}) {
-    if (childOf(item, name) != nullptr) continue;
+    if (item.child(name) != nullptr) continue;
     findings.add("incomplete-item", item,
                  std::string("the item has no element \"") + name + "\", so it is skipped",
                  "give it a \"key\" and a \"value\" element, both without a prefix");

@@ -1,5 +1,6 @@
 #include <algorithm>
 
+#include "service/ComponentMarker.h"
 #include "service/IVRDConfiguration.h"
 #include "service/VRDConfigurationFactory.h"
 #include "tools/ExitStatus.h"
@@ -11,8 +12,6 @@
 
 namespace {
 
-constexpr std::string_view marker = "_version=";
-
 /// The names in the component list. The library answers an unknown one and an empty version alike.
 std::vector<std::string> componentNames(const std::string& path) {
   std::vector<std::string> names;
@@ -20,7 +19,7 @@ std::vector<std::string> componentNames(const std::string& path) {
   std::string_view rest = content;
   for (std::size_t end = rest.find('\n'); end != std::string_view::npos; end = rest.find('\n')) {
     const std::string_view line = rest.substr(0, end);
-    const std::size_t at = line.find(marker);
+    const std::size_t at = line.find(componentMarker);
     if (at != std::string_view::npos) names.emplace_back(line.substr(0, at));
     rest.remove_prefix(end + 1);
   }

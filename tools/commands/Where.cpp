@@ -1,7 +1,6 @@
 #include <array>
 
 #include "platform/core/VRDFmDir.h"
-
 #include "tools/ExitStatus.h"
 #include "tools/Installation.h"
 #include "tools/Text.h"
