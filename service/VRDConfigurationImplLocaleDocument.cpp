@@ -16,6 +16,17 @@ namespace {
 /// One for all service objects: guards the first load of the locale document of each.
 VRDThreadCriticalSection g_localeDocMutex(0);
 
+/// Gives each entry of a table in a parameter's value to @p visit, in document order.
+template <class Visit>
+void visitItems(VRDIDOM_Element& value, Visit visit) {
+  VRDIDOM_NodeList items = value.getElementsByTagName("item");
+  const unsigned long count = items.getLength();
+  for (unsigned long index = 0; index < count; ++index) {
+    VRDIDOM_Element item = items.item(index);
+    visit(item);
+  }
+}
+
 }  // namespace
 
 VRDCFGAPI_ErrorState VRDConfigurationImpl::getLocaleDoc(VRDIDOM_Document& document) {
@@ -65,24 +76,16 @@ void VRDConfigurationImpl::loadMap(TextMap* map, const I18NString& section,
 }
 
 void VRDConfigurationImpl::loadListFromParam(TextList* list, VRDIDOM_Element& value) {
-  VRDIDOM_NodeList items = value.getElementsByTagName("item");
-  const unsigned long count = items.getLength();
-  for (unsigned long index = 0; index < count; ++index) {
-    VRDIDOM_Element item = items.item(index);
-    list->push_back(VRDIDOMUtils::getText(item));
-  }
+  visitItems(value, [&](VRDIDOM_Element& item) { list->push_back(VRDIDOMUtils::getText(item)); });
 }
 
 void VRDConfigurationImpl::loadMapFromParam(TextMap* map, VRDIDOM_Element& value) {
-  VRDIDOM_NodeList items = value.getElementsByTagName("item");
-  const unsigned long count = items.getLength();
-  for (unsigned long index = 0; index < count; ++index) {
-    VRDIDOM_Node item = items.item(index);
+  visitItems(value, [&](VRDIDOM_Element& item) {
     VRDIDOM_Element key = VRDIDOMUtils::selectSingleNode(item, "key");
     VRDIDOM_Element text = VRDIDOMUtils::selectSingleNode(item, "value");
-    if (key.isNull() || text.isNull()) continue;
+    if (key.isNull() || text.isNull()) return;
     map->emplace(VRDIDOMUtils::getText(key), VRDIDOMUtils::getText(text));
-  }
+  });
 }
 
 // The kind of the table decides how it is filled.
