@@ -39,7 +39,10 @@ TEST(GuardedAllocation, TurnsEveryFailureIntoAMemberOfTheFamily) {
       {[]() -> int* { throw std::out_of_range("beyond"); },
        "VRDStdExceptionError|error 0|beyond" + thrown}};
   for (const auto& [allocate, expected] : rows) {
-    EXPECT_EQ(outcomeOf([&] { VRDGuardedAllocation({"Site", 42}, allocate); }), expected);
+    EXPECT_EQ(outcomeOf([&allocate = allocate] {
+                VRDGuardedAllocation({"Site", 42}, allocate);
+              }),
+              expected);
   }
   EXPECT_THROW(VRDGuardedAllocation(VRD_LOCATION, []() -> int* { throw 42; }), int);
   EXPECT_EQ(*std::unique_ptr<std::string>(VRD_GUARDED_NEW(std::string, 3, 'x')), "xxx");
