@@ -20,8 +20,8 @@ constexpr std::string_view extension = ".key";
 constexpr std::size_t digitCount = 10;
 constexpr KeyNumber lastNumber = std::numeric_limits<KeyNumber>::max();
 
-/// Anything that is not exactly of the form is somebody else's file, or one that is being made.
-/// The number in the name of a key's file; 0 for any other name.
+/// The number in the name of a key's file; 0 for any other name: what is not exactly of the form is
+/// somebody else's file, or one that is being made.
 KeyNumber numberIn(std::string_view name) {
   if (name.size() != digitCount + extension.size() || name.substr(digitCount) != extension) {
     return 0;

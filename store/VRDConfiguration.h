@@ -71,6 +71,7 @@ class VRD_EXPORT VRDConfiguration {
   /// gives none.
   VRDCFGAPI_ErrorState init(VRDIDOM_Element& element);
 
+  /// What `init` does; null stands for nothing to take in.
   VRDCFGAPI_ErrorState _init(IBJBufferedInputStream* stream);
   VRDCFGAPI_ErrorState _init(VRDIDOM_Element* element);
 

@@ -34,8 +34,8 @@ class VRD_EXPORT VRDIDOM_Document : public VRDIDOM_Node {
   /// and nothing is thrown. A new text looks among the room of those given back for one long
   /// enough, so this is for trees of some thousand texts, not for whole documents of many more.
   void recycle(VRDIDOM_Node& node);
-  /// A walk over the elements below @p root, which stands on @p root at first.
-  /// @param whatToShow node types to stop at, as the DOM's mask; 1 is elements
+  /// A walk over the nodes below @p root, which stands on @p root at first.
+  /// @param whatToShow node types to stop at, as the DOM's mask: 1 is elements, 4 is texts
   /// @param filter     null
   /// @param expandEntityReferences without effect: a parsed tree holds no such nodes
   VRDIDOM_TreeWalker createTreeWalker(VRDIDOM_Node root, unsigned long whatToShow,

@@ -37,8 +37,9 @@ class VRD_EXPORT VRDIDOM_Element : public VRDIDOM_Node {
   /// Removes all of them.
   void removeAttributes();
 
-  /// The same by namespace and local name. An empty @p namespaceUri means none. An attribute that
-  /// was set by its qualified name alone has no local name and is not found.
+  /// An attribute by its namespace and local name: its value, or an empty text; whether it is
+  /// there. An empty @p namespaceUri means none. An attribute that was set by its qualified name
+  /// alone has no local name and is not found.
   I18NString getAttributeNS(const I18NString& namespaceUri, const I18NString& localName);
   int hasAttributeNS(const I18NString& namespaceUri, const I18NString& localName);
   /// Sets the attribute, under the prefix of @p qualifiedName. Its place is that of the attribute
