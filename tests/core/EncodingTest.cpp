@@ -112,7 +112,7 @@ TEST(Encoding, UnknownNameThrowsAMemberOfTheFamilyThatNamesIt) {
   for (const std::string name : {"no-such-encoding", "", " ", "utf-88", "../../etc/passwd"}) {
     EXPECT_THROW(I18NEncodeForXml("x", name.c_str()), VRDStdExceptionError);
     try {
-      I18NString(nullptr, name.c_str());
+      const I18NString text(nullptr, name.c_str());
       ADD_FAILURE() << name;
     } catch (VRDStdExceptionError& error) {
       EXPECT_NE(error.getMessage().find(I18NString('"' + name + '"'), 0), -1);

@@ -10,7 +10,9 @@ namespace {
 
 /// Breaks where more is asked for than its text.
 struct BreakingBuffer : std::streambuf {
-  explicit BreakingBuffer(std::string& text) { setg(&text[0], &text[0], &text[0] + text.size()); }
+  explicit BreakingBuffer(std::string& text) {
+    setg(text.data(), text.data(), text.data() + text.size());
+  }
   int_type underflow() override { throw std::runtime_error("the disk is gone"); }
 };
 

@@ -11,7 +11,8 @@ struct StandIn {
   static constexpr char initialize = 'I', begin = 'B', settings = 'S', details = 'D',
                         unprotect = 'U', release = 'F', close = 'C', terminate = 'T';
   /// What is wrong with an operation; together with "|".
-  enum Fault { fails = 1, once = 2, warns = 4, throws = 8, leavesHandle = 16, givesNoBlock = 32 };
+  static constexpr int fails = 1, once = 2, warns = 4, throws = 8, leavesHandle = 16,
+                       givesNoBlock = 32;
 
   std::map<char, int> faults;  // by operation
   std::string clearText;       // what HLD_UnprotectData gives
