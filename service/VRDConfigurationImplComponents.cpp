@@ -1,8 +1,8 @@
 // Unit VRDConfigurationImpl: the versions of the installed components.
 
+#include "foundation/VRDConfigurationException.h"
 #include "platform/core/I18NLibrary.h"
 #include "platform/core/VRDRaise.h"
-#include "service/StoreState.h"
 #include "service/VRDConfigurationImpl.h"
 #include "store/InstallationFiles.h"
 
@@ -21,7 +21,9 @@ I18NString VRDConfigurationImpl::getComponentVersion(const I18NString& component
 void VRDConfigurationImpl::initializeComponentMap() {
   m_componentMap.makeOnce(m_componentMutex, VRD_LOCATION, [](ComponentVersions& versions) {
     std::optional<std::ifstream> list = openInstallationFile(InstallationFiles::componentList);
-    if (!list) raiseUnlessDone(VRDCFGAPI_ComponentListMissing);
+    if (!list) {
+      throw VRDConfigurationException(VRDSeverity_Error, VRDCFGAPI_ComponentListMissing);
+    }
     versions.read(*list);
   });
 }

@@ -7,6 +7,7 @@
 
 #include "foundation/ConfigurationMessages.h"
 #include "foundation/VRDConfigurationException.h"
+#include "platform/core/Ascii.h"
 #include "platform/core/VRDGuardedAllocation.h"
 #include "service/LocaleFamily.h"
 #include "service/VRDConfigurationImpl.h"
@@ -27,8 +28,7 @@ constexpr struct {
 } renamedLocales[] = {{"in", "id"}, {"in-id", "id-id"}, {"iw", "he"}, {"iw-il", "he-il"}};
 
 bool isLowerPair(std::string_view text) {
-  return text.size() == 2 &&
-         std::all_of(text.begin(), text.end(), [](char ch) { return ch >= 'a' && ch <= 'z'; });
+  return text.size() == 2 && std::all_of(text.begin(), text.end(), isAsciiLower);
 }
 
 I18NString currentCode(const I18NString& locale) {

@@ -3,16 +3,12 @@
 #include <algorithm>
 #include <utility>
 
+#include "platform/core/Ascii.h"
 #include "tools/Text.h"
 
 namespace {
 
 constexpr std::size_t mostSuggestions = 3;
-
-char lowered(char character) {
-  return character >= 'A' && character <= 'Z' ? static_cast<char>(character - 'A' + 'a')
-                                              : character;
-}
 
 /// The characters of a text, so that a letter beyond ASCII counts as one.
 std::vector<std::string> charactersOf(std::string_view text) {
@@ -20,7 +16,7 @@ std::vector<std::string> charactersOf(std::string_view text) {
   for (std::size_t at = 0; at < text.size();) {
     const std::size_t length = std::max<std::size_t>(1, characterLength(text, at));
     characters.emplace_back(text.substr(at, length));
-    if (length == 1) characters.back()[0] = lowered(characters.back()[0]);
+    if (length == 1) characters.back()[0] = asciiLower(characters.back()[0]);
     at += length;
   }
   return characters;

@@ -18,13 +18,14 @@ set(SEES_startup store foundation ${platform})
 set(SEES_java platform/core)
 # The table of a provider's entry points is the interface between both sides.
 set(SEES_provider crypto/ProviderEntryPoints.h)
-# The command does more than the library shows: it tells how the installation was found, protects
-# values and makes keys. It compiles the sources for that itself, and these are their headers.
+# The command does more than the library shows: it tells how the installation was found, checks its
+# files, protects values and makes keys. It compiles the sources for that itself. These are their
+# headers, and those that hold the words and tables by which files are checked.
 set(SEES_tools PUBLIC foundation/ConfigurationVocabulary.h foundation/ElementWalk.h
                foundation/VRDIDOMUtils.h store/InstallationDiscovery.h store/InstallationFiles.h
                crypto/CryptoSession.h crypto/ProviderMemory.h crypto/VRDCrypto.h
                service/ComponentMarker.h service/LocaleTableSources.h crypto/ValueProtection.h
-               crypto/WipedMemory.h provider/KeyFolder.h)
+               crypto/WipedMemory.h platform/core/Ascii.h provider/KeyFolder.h)
 set(SEES_samples PUBLIC)
 # Tests, benchmarks and fuzzers link the archives and reach hidden code too.
 set(SEES_bench crypto foundation provider service startup store ${platform})

@@ -1,6 +1,7 @@
 #include <map>
 #include <set>
 
+#include "platform/core/Ascii.h"
 #include "service/IVRDConfiguration.h"
 #include "service/VRDConfigurationFactory.h"
 #include "tools/NearNames.h"
@@ -16,13 +17,11 @@ std::vector<std::string> sectionNames() {
   return names;
 }
 
-bool isLetter(char character) { return character >= 'a' && character <= 'z'; }
-
 /// "xx" or "xx-yy"; no other code is ever found in a list of locales.
 bool isLocaleCode(const std::string& code) {
-  const bool language = code.size() >= 2 && isLetter(code[0]) && isLetter(code[1]);
+  const bool language = code.size() >= 2 && isAsciiLower(code[0]) && isAsciiLower(code[1]);
   return language && (code.size() == 2 || (code.size() == 5 && code[2] == '-' &&
-                                           isLetter(code[3]) && isLetter(code[4])));
+                                           isAsciiLower(code[3]) && isAsciiLower(code[4])));
 }
 
 /// Asked of the service, which brings every locale to this form before it looks for a key.
