@@ -27,7 +27,7 @@
 /// code. A file that is missing or does not parse is reported once for each object: to the first
 /// question that needs it (11 and 12 for the locale document, 14 for the component list). The
 /// tables it should have filled are empty from then on. Exhausted memory throws
-/// `VRDOutOfMemoryError`.
+/// `VRDOutOfMemoryError`, or `std::bad_alloc` as the layers below do.
 ///
 /// **Threads.** Any number of threads may use one object, while another runs `init` on it too: each
 /// answer then comes from the tables before or behind that change, never from half of one.

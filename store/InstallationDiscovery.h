@@ -18,6 +18,6 @@ using InstallationOffer = std::function<bool(InstallationSource source, const I1
 
 /// Offers the candidates of all sources in order until one is accepted. Each source gives one
 /// candidate at most. Reads the environment and the current directory afresh and keeps nothing.
-/// Throws `VRDOutOfMemoryError`, and what @p offer throws.
+/// Throws `VRDOutOfMemoryError` or `std::bad_alloc` for want of memory, and what @p offer throws.
 /// @return whether a candidate was accepted
 bool discoverInstallation(const InstallationOffer& offer);

@@ -19,7 +19,7 @@ inline constexpr unsigned short readableFile = 0x8100;
 }  // namespace InstallationFiles
 
 /// Opens one of these files for reading; finds the installation first if that has not happened.
-/// Throws `VRDOutOfMemoryError`.
+/// Throws as `VRDConfiguration::determineBinDir` does.
 /// @return nothing if it is no regular file that its owner may read; a stream that has failed if it
 ///         cannot be opened all the same
 std::optional<std::ifstream> openInstallationFile(const char* name);

@@ -116,7 +116,7 @@ class VRD_EXPORT VRDConfiguration {
   VRDCFGAPI_ErrorState setValue(const I18NString& name, const I18NString& value);
 
   /// Makes a path that is relative to the installation's "bin" directory absolute, in place; finds
-  /// the installation first if that has not happened. Throws `VRDOutOfMemoryError`.
+  /// the installation first if that has not happened. Throws as `determineBinDir` does.
   /// @return @p path
   I18NString& resolveEffectivePath(I18NString& path);
   /// @}
@@ -143,8 +143,8 @@ class VRD_EXPORT VRDConfiguration {
   /// @}
 
   /// Finds the installation's "bin" directory and makes it the effective working directory of
-  /// `VRDFmDir`. Runs once a process, also when nothing is found. Throws `VRDOutOfMemoryError`; the
-  /// next call then starts again.
+  /// `VRDFmDir`. Runs once a process, also when nothing is found. For want of memory it throws
+  /// `VRDOutOfMemoryError` or `std::bad_alloc`; the next call then starts again.
   static void determineBinDir();
 
   /// The handle of the crypto session, opened at the first call; null if there is none. Under the
