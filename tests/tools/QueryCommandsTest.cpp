@@ -67,7 +67,7 @@ TEST(QueryCommands, NeverShowSecretsUnasked) {
                                             {"startup"}};
   for (std::vector<std::string> call : calls) {
     expectAnswers(installation.call(), {{call, 0, masked}});
-    call.push_back("--json");
+    call.emplace_back("--json");
     expectAnswers(installation.call(), {{call, 0, masked}});
   }
 }
