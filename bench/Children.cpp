@@ -19,15 +19,15 @@ std::string besideThis(const std::string& program) {
 }
 
 /// Starts @p program with its output in the returned end of a pipe.
-pid_t start(const std::string& program, const std::vector<std::string>& arguments, int& output) {
+pid_t start(std::string program, std::vector<std::string> arguments, int& output) {
   int ends[2];
   if (::pipe2(ends, O_CLOEXEC) != 0) throw std::runtime_error("no pipe");
   posix_spawn_file_actions_t actions;
   ::posix_spawn_file_actions_init(&actions);
   ::posix_spawn_file_actions_adddup2(&actions, ends[1], STDOUT_FILENO);
-  std::vector<char*> words{const_cast<char*>(program.c_str())};
-  for (const std::string& argument : arguments)
-    words.push_back(const_cast<char*>(argument.c_str()));
+  // As writable texts, as the call takes them.
+  std::vector<char*> words{program.data()};
+  for (std::string& argument : arguments) words.push_back(argument.data());
   words.push_back(nullptr);
   pid_t process = 0;
   const int status =

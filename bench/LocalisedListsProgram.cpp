@@ -55,7 +55,7 @@ PairOfTimes repeated(Ask ask) {
       [&] {
         for (int i = 0; i < atATime; ++i) entries += Names(names).size();
       });
-  if (entries != 2 * rounds * atATime * names.size())
+  if (entries != static_cast<std::size_t>(2 * rounds * atATime) * names.size())
     throw std::runtime_error("the lists differ in size");
   return {times.ours / atATime, times.peers / atATime};
 }
