@@ -15,7 +15,6 @@
 #include <algorithm>
 #include <utility>
 
-#include "platform/idom/DomMemory.h"
 #include "platform/idom/DomText.h"
 #include "platform/idom/XercesRuntime.h"
 
@@ -49,14 +48,12 @@ class SourceStream final : public xercesc::BinInputStream {
 
 class SourceInput final : public xercesc::InputSource {
  public:
-  SourceInput(ByteSource& source, XMLSize_t& undecodedBytes)
-      : xercesc::InputSource(&DomMemory::instance()),
-        m_source(source),
-        m_undecodedBytes(undecodedBytes) {}
+  SourceInput(ParseMemory& memory, ByteSource& source, XMLSize_t& undecodedBytes)
+      : xercesc::InputSource(&memory), m_source(source), m_undecodedBytes(undecodedBytes) {}
 
   // In the parser's memory, which it gives the stream back to.
   xercesc::BinInputStream* makeStream() const override {
-    return new (&DomMemory::instance()) SourceStream(m_source, m_undecodedBytes);
+    return new (getMemoryManager()) SourceStream(m_source, m_undecodedBytes);
   }
 
  private:
@@ -70,8 +67,9 @@ bool isBlank(const std::u16string& text) {
 
 }  // namespace
 
-DomBuilder::DomBuilder(int maximumDepth, bool dropRootWhitespace)
-    : xercesc::XercesDOMParser(nullptr, &DomMemory::instance()),
+DomBuilder::DomBuilder(ParseMemory& memory, int maximumDepth, bool dropRootWhitespace)
+    : xercesc::XercesDOMParser(nullptr, &memory),
+      m_memory(memory),
       m_maximumDepth(maximumDepth),
       m_dropRootWhitespace(dropRootWhitespace) {
   // Made for parsing without a grammar: the same verdicts, and quicker to start.
@@ -92,7 +90,7 @@ DomBuilder::~DomBuilder() { wipeText(); }
 
 const DomBuilder::Result& DomBuilder::build(ByteSource& source) {
   try {
-    parse(SourceInput(source, m_undecodedBytes));
+    parse(SourceInput(m_memory, source, m_undecodedBytes));
   } catch (const Stopped&) {
     // The result tells why.
   } catch (const xercesc::DOMException& error) {
@@ -109,9 +107,12 @@ void DomBuilder::XMLDecl(const XMLCh* version, const XMLCh* /*encoding*/,
   if (viewOf(version) != u"1.0") stop(Outcome::Malformed, u"the version of XML is not 1.0");
 }
 
+// As the base does it, but the base would make the document in the memory of the parser.
 void DomBuilder::startDocument() {
-  XercesDOMParser::startDocument();
-  XercesRuntime::startSmall(*getDocument());
+  setDocument(XercesRuntime::instance().createDocument());
+  fCurrentParent = getDocument();
+  fCurrentNode = getDocument();
+  getDocument()->setStrictErrorChecking(false);
 }
 
 void DomBuilder::startElement(const xercesc::XMLElementDecl& declaration, unsigned int uriId,

@@ -5,6 +5,7 @@
 #include <string>
 
 #include "platform/idom/ByteSource.h"
+#include "platform/idom/ParseMemory.h"
 
 /// One parse with Xerces-C, hardened: see `VRDIDOM_Parser` for what it refuses and leaves out.
 class DomBuilder final : private xercesc::XercesDOMParser {
@@ -18,7 +19,7 @@ class DomBuilder final : private xercesc::XercesDOMParser {
     XMLFileLoc column = 0;
   };
 
-  DomBuilder(int maximumDepth, bool dropRootWhitespace);
+  DomBuilder(ParseMemory& memory, int maximumDepth, bool dropRootWhitespace);
   ~DomBuilder() override;
 
   /// To be called once. Throws what Xerces-C throws when memory is exhausted, and what the source
@@ -51,6 +52,7 @@ class DomBuilder final : private xercesc::XercesDOMParser {
   void wipeText();
   [[noreturn]] void stop(Outcome outcome, std::u16string text);
 
+  ParseMemory& m_memory;
   const int m_maximumDepth;
   const bool m_dropRootWhitespace;
   int m_depth = 0;

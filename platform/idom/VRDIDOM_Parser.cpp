@@ -47,11 +47,12 @@ int VRDIDOM_Parser::parse(const char* bytes, int length, VRDIDOM_Document& docum
 }
 
 int VRDIDOM_Parser::parse(ByteSource& source, VRDIDOM_Document& document) {
+  ParseMemory memory;
   return atBorder([&] {
     // Holds unless a verdict takes its place: the source may throw.
     note(StreamFailed, I18NString("the stream failed"), 0, 0);
     XercesRuntime::instance();
-    DomBuilder builder(maximumDepth, (m_flag & DropRootWhitespace) != 0);
+    DomBuilder builder(memory, maximumDepth, (m_flag & DropRootWhitespace) != 0);
     const DomBuilder::Result& result = builder.build(source);
     if (!source.hasFailed()) {
       note(codeOf(result.outcome), I18NString::fromUtf16(result.errorText), result.line,

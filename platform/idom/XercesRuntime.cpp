@@ -63,13 +63,11 @@ XercesRuntime::XercesRuntime() {
   document->release();
 }
 
+// Most documents hold one parameter and live for one call, so their memory starts small; the blocks
+// of a large one double in size soon enough.
 xercesc::DOMDocument* XercesRuntime::createDocument() const {
   xercesc::DOMDocument* document = m_implementation->createDocument(&DomMemory::instance());
-  startSmall(*document);
-  return document;
-}
-
-void XercesRuntime::startSmall(xercesc::DOMDocument& document) {
-  void* memory = document.getFeature(xercesc::XMLUni::fgXercescInterfaceDOMMemoryManager, nullptr);
+  void* memory = document->getFeature(xercesc::XMLUni::fgXercescInterfaceDOMMemoryManager, nullptr);
   static_cast<xercesc::DOMMemoryManager*>(memory)->setMemoryAllocationBlockSize(firstBlock);
+  return document;
 }

@@ -14,10 +14,6 @@ class XercesRuntime {
   /// An empty document in our own memory; the caller releases it.
   xercesc::DOMDocument* createDocument() const;
 
-  /// Lets the memory of a document that holds no node yet start small. Most documents hold one
-  /// parameter and live for one call; the blocks of a large one double in size soon enough.
-  static void startSmall(xercesc::DOMDocument& document);
-
  private:
   XercesRuntime();
 
