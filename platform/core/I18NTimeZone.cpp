@@ -36,15 +36,36 @@ icu::UnicodeString ownName(const icu::UnicodeString& id, const icu::TimeZoneName
   return name;
 }
 
+// ICU says that there is nothing also, without a word, where it had no memory to look. So that
+// answer counts when it comes twice.
+
+template <class Ask>
+icu::UnicodeString nameBy(Ask ask, const icu::UnicodeString& id, const icu::TimeZoneNames& names) {
+  icu::UnicodeString name = ask(id, names);
+  if (name.isEmpty()) name = ask(id, names);
+  return name;
+}
+
+bool isUnknown(const icu::TimeZone& zone) {
+  icu::UnicodeString id;
+  return zone.getID(id) == icu::UnicodeString(true, u"Etc/Unknown", -1);
+}
+
+/// Of an id that nobody knows ICU makes GMT, as the unknown zone.
+std::unique_ptr<icu::TimeZone> zoneOf(const icu::UnicodeString& id) {
+  std::unique_ptr<icu::TimeZone> zone(icu::TimeZone::createTimeZone(id));
+  if (zone && isUnknown(*zone)) zone.reset(icu::TimeZone::createTimeZone(id));
+  if (!zone) throw std::bad_alloc();
+  return zone;
+}
+
 /// "GMT-03:00", for a zone that has no name in the language.
 icu::UnicodeString offsetText(const icu::UnicodeString& id, const icu::TimeZoneFormat* format) {
   icu::UnicodeString text;
   UErrorCode status = U_ZERO_ERROR;
-  const std::unique_ptr<icu::TimeZone> zone(icu::TimeZone::createTimeZone(id));
-  if (!zone) throw std::bad_alloc();  // of an id that nobody knows ICU makes GMT
   if (format != nullptr) {
     // Without daylight saving, as names are those of standard time.
-    format->formatOffsetLocalizedGMT(zone->getRawOffset(), text, status);
+    format->formatOffsetLocalizedGMT(zoneOf(id)->getRawOffset(), text, status);
   }
   return text;
 }
@@ -77,8 +98,8 @@ void I18NTimeZone::getDisplayName(I18NString& out, const I18NLocale& inLocale) c
   const icu::UnicodeString id = toIcu(m_id);
   const icu::TimeZoneNames* names = services.timeZoneNames();
   icu::UnicodeString name;
-  if (names != nullptr) name = groupName(id, *names);
-  if (names != nullptr && name.isEmpty()) name = ownName(id, *names);
+  if (names != nullptr) name = nameBy(groupName, id, *names);
+  if (names != nullptr && name.isEmpty()) name = nameBy(ownName, id, *names);
   if (name.isEmpty()) name = offsetText(id, services.timeZoneFormat());
   out = fromIcu(name);
 }

@@ -3,6 +3,7 @@
 #include <unicode/unistr.h>
 #include <unicode/utypes.h>
 
+#include <cstddef>
 #include <new>
 #include <string>
 
@@ -18,6 +19,17 @@ inline void requireMemory(const icu::UnicodeString& text) {
 inline bool hasSucceeded(UErrorCode status) {
   if (status == U_MEMORY_ALLOCATION_ERROR) throw std::bad_alloc();
   return U_SUCCESS(status);
+}
+
+/// More than any work takes that is done by `withIcuReserve`.
+inline constexpr std::size_t icuReserve = std::size_t{1} << 18;
+
+/// Lets ICU do @p work that ends the process, or never ends, where it finds no memory: only while
+/// there is some.
+template <class Work>
+auto withIcuReserve(Work work) -> decltype(work()) {
+  ::operator delete(::operator new(icuReserve));
+  return work();
 }
 
 /// Asks ICU, and once more where it fell back to a default: it does so as well where it had no

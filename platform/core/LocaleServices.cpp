@@ -27,9 +27,18 @@ bool isLocaleName(std::string_view name) {
          });
 }
 
+/// ICU asks for its default locale wherever it opens data. Without memory to make that, it reads
+/// through a null pointer or waits for a lock that it holds.
+void requireDefaultLocale() {
+  static const icu::Locale& made =
+      withIcuReserve([]() -> const icu::Locale& { return icu::Locale::getDefault(); });
+  static_cast<void>(made);
+}
+
 /// ICU shows an unknown language in that of the process. So what a server answers would depend on
 /// who started it; opening the resources is the one way to be told beforehand.
 bool hasDisplayNames(const icu::Locale& locale) {
+  requireDefaultLocale();
   UErrorCode status = U_ZERO_ERROR;
   ures_close(ures_open(nullptr, locale.getName(), &status));
   return hasSucceeded(status) && status != U_USING_DEFAULT_WARNING;
@@ -62,7 +71,8 @@ template <class Service>
 std::unique_ptr<const Service> makeService(Service* (*create)(const icu::Locale&, UErrorCode&),
                                            const icu::Locale& locale) {
   UErrorCode status = U_ZERO_ERROR;
-  std::unique_ptr<const Service> service(create(locale, status));
+  // The one for formats reads through a null pointer where it found no memory.
+  std::unique_ptr<const Service> service(withIcuReserve([&] { return create(locale, status); }));
   if (!hasSucceeded(status)) service.reset();
   return service;
 }
