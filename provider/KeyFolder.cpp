@@ -1,5 +1,6 @@
 #include "provider/KeyFolder.h"
 
+#include <dirent.h>
 #include <fcntl.h>
 #include <sys/stat.h>
 
@@ -7,8 +8,8 @@
 #include <cerrno>
 #include <charconv>
 #include <cstdio>
-#include <filesystem>
 #include <limits>
+#include <memory>
 #include <string_view>
 
 #include "provider/KeyFile.h"
@@ -36,6 +37,10 @@ int openFolder(const std::string& path) {
   return ::open(path.c_str(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC);
 }
 
+struct FolderCloser {
+  void operator()(DIR* folder) const { ::closedir(folder); }
+};
+
 void makeFolder(const std::string& path) {
   if (::mkdir(path.c_str(), 0700) == 0) {
     const PosixFile folder(openFolder(path));
@@ -62,16 +67,17 @@ std::string KeyFolder::fileOf(KeyNumber number) const {
   return m_path + "/" + digits + std::string(extension);
 }
 
+// Not by std::filesystem, whose iterators end the process where they find no memory.
 KeyNumber KeyFolder::newest() const {
+  const std::unique_ptr<DIR, FolderCloser> folder(::opendir(m_path.c_str()));
+  if (!folder && errno == ENOENT) return 0;
+  if (!folder) throwSystemError(m_path, "cannot be listed");
   KeyNumber newest = 0;
-  std::error_code error;
-  for (std::filesystem::directory_iterator entry(m_path, error), end; !error && entry != end;
-       entry.increment(error)) {
-    newest = std::max(newest, numberIn(entry->path().filename().native()));
+  errno = 0;
+  while (const dirent* entry = ::readdir(folder.get())) {
+    newest = std::max(newest, numberIn(entry->d_name));
   }
-  if (error && error != std::errc::no_such_file_or_directory) {
-    throw KeyError(m_path + ": cannot be listed: " + error.message());
-  }
+  if (errno != 0) throwSystemError(m_path, "cannot be listed");
   return newest;
 }
 
