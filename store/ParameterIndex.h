@@ -75,6 +75,16 @@ class ParameterIndex {
     m_parameters.insert({entry.first.utf8(), {&entry.second, value}});
   }
 
+  /// Takes over what @p other holds under names that are not here yet; its entries follow it into
+  /// this one's table. Or throws and changes nothing.
+  void merge(ParameterIndex& other) {
+    m_parameters.reserve(m_parameters.size() + other.m_parameters.size());
+    m_parameters.merge(other.m_parameters);
+  }
+
+  /// Before the name leaves the table.
+  void remove(const I18NString& name) { m_parameters.erase(name.utf8()); }
+
   void clear() { m_parameters.clear(); }
 
  private:

@@ -79,24 +79,36 @@ void VRDConfiguration::beginTree() {
   VRDIDOM_Element root = document.createElementNS(*m_namespaceUri, *m_parametersQName);
   document.appendChild(root);
   setRootAttributes(root);
+  m_configDoc = document;
   try {
-    m_configDoc = document;
     addDefaults(getruntimeDefaults);
   } catch (...) {
-    m_index->clear();
-    m_parameters.clear();
     m_configDoc = VRDIDOM_Document();
     throw;
   }
 }
 
+/// Adds all of a list to tree and table, or nothing: the next attempt would add again what were
+/// left of this one. A name that is in the table keeps the element it has; the tree shows the new
+/// one too.
 void VRDConfiguration::addDefaults(const char* const* (*defaults)()) {
+  VRDIDOM_Element list = m_configDoc.createElementNS(*m_namespaceUri, *m_parametersQName);
+  ParameterTable table;
+  ParameterIndex index;
+  for (int entry = 0;; entry += 2) {
+    const I18NString name = platformText(defaults()[entry]);
+    if (name.empty()) break;
+    VRDIDOM_Element parameter = makePlainParameter(name, platformText(defaults()[entry + 1]));
+    list.appendChild(parameter);
+    const auto [place, isNew] = table.insert({name, parameter});
+    if (isNew) index.add(*place, valueOf(parameter));
+  }
+  m_index->merge(index);
+  m_parameters.merge(table);
   VRDIDOM_Element root = m_configDoc.getDocumentElement();
-  for (int index = 0;; index += 2) {
-    const I18NString name = platformText(defaults()[index]);
-    if (name.empty()) return;
-    VRDIDOM_Element parameter = makePlainParameter(name, platformText(defaults()[index + 1]));
-    append(root, name, parameter);
+  for (VRDIDOM_Node parameter = list.getFirstChild(); !parameter.isNull();
+       parameter = list.getFirstChild()) {
+    root.appendChild(parameter);
   }
 }
 

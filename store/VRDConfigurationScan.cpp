@@ -1,9 +1,12 @@
 // Unit VRDConfiguration: query results. In a query result the name of a parameter is the name of
 // its element; here it becomes a parameter of the effective tree.
 
+#include <new>
+
 #include "foundation/ConfigurationVocabulary.h"
 #include "foundation/ElementWalk.h"
 #include "foundation/VRDIDOMUtils.h"
+#include "platform/core/VRDErrors.h"
 #include "platform/core/VRDRaise.h"
 #include "platform/idom/VRDIDOM_DOMImplementation.h"
 #include "platform/idom/VRDIDOM_Exception.h"
@@ -103,7 +106,24 @@ void VRDConfiguration::scanParameter(VRDIDOM_Element& source, VRDIDOM_Element& r
   }
   append(root, name, m_configDoc.importNode(scanned, 1));
   // Only where they are new: settings that were applied once are not applied again.
-  if (name == s_AdvSettings) _scanAdvancedSettingsHelper(sourceValue);
+  if (name == s_AdvSettings) unpackSettings(name, sourceValue);
+}
+
+/// Settings that do not parse stay, as nothing will come of them. Those that found no memory go, to
+/// be new when they come again.
+void VRDConfiguration::unpackSettings(const I18NString& name, VRDIDOM_Element& value) {
+  try {
+    _scanAdvancedSettingsHelper(value);
+  } catch (const VRDAssertError&) {
+    throw;
+  } catch (...) {
+    const auto settings = m_parameters.find(name);
+    VRDIDOM_Node parent = settings->second.getParentNode();
+    if (!parent.isNull()) parent.removeChild(settings->second);
+    m_index->remove(name);
+    m_parameters.erase(settings);
+    throw;
+  }
 }
 
 void VRDConfiguration::_scanAdvancedSettingsHelper(VRDIDOM_Element& value) {
@@ -129,6 +149,7 @@ void VRDConfiguration::_scanAdvancedSettingsHelper(VRDIDOM_Element& value) {
     I18NString settingValue;
     setting.getAttribute(vocabulary().name, settingName);
     VRDIDOM_Helper::getElementText(setting, settingValue);
-    setValue(settingName, settingValue);
+    // Refuses nothing but for want of memory, which must not pass for done.
+    if (setValue(settingName, settingValue) != VRDCFGAPI_NoError) throw std::bad_alloc();
   }
 }
