@@ -6,6 +6,8 @@
 #include <cstdlib>
 #include <new>
 
+#include "platform/core/IcuText.h"
+
 // The linker leads `malloc` and its family in our objects to `__wrap_`, and gives the C library's
 // as
 // `__real_`. What the C library takes for itself does not fail: it has its own tests.
@@ -19,6 +21,8 @@ struct Plan {
   bool failed = false;
 };
 thread_local Plan plan;
+// ICU's reserve was there: what ICU takes then is there too, until our own code takes some.
+thread_local bool icuHasReserve = false;
 
 bool mayHave() {
   if (!plan.armed) return true;
@@ -49,9 +53,11 @@ void* __wrap_realloc(void* memory, std::size_t size) {
   return mayHave() ? __real_realloc(memory, size) : nullptr;
 }
 
-static void* icuMalloc(const void*, std::size_t size) { return __wrap_malloc(size); }
+static void* icuMalloc(const void*, std::size_t size) {
+  return icuHasReserve || mayHave() ? __real_malloc(size) : nullptr;
+}
 static void* icuRealloc(const void*, void* memory, std::size_t size) {
-  return __wrap_realloc(memory, size);
+  return icuHasReserve || mayHave() ? __real_realloc(memory, size) : nullptr;
 }
 static void icuFree(const void*, void* memory) { std::free(memory); }
 }
@@ -59,6 +65,7 @@ static void icuFree(const void*, void* memory) { std::free(memory); }
 // Not inlined: the compiler would take `free` for the wrong end of `new` there.
 [[gnu::noinline]] void* operator new(std::size_t size) {
   void* memory = mayHave() ? __real_malloc(size == 0 ? 1 : size) : nullptr;
+  icuHasReserve = memory != nullptr && size == icuReserve;
   if (memory == nullptr) throw std::bad_alloc();
   return memory;
 }
@@ -75,6 +82,14 @@ static const bool icuIsOurs = [] {
   return U_SUCCESS(error);
 }();
 
-// Xerces-C gives up what it was building, on purpose, where it finds no memory.
-extern "C" [[gnu::visibility("default")]] const char* __lsan_default_suppressions();
-extern "C" const char* __lsan_default_suppressions() { return "leak:libxerces-c"; }
+// A pool of strings of Xerces-C that finds no memory for its second part loses the first. It is
+// known by its name, so stacks have to be taken through code without frame pointers; that is slow,
+// so they are short.
+extern "C" {
+[[gnu::visibility("default")]] const char* __lsan_default_suppressions();
+[[gnu::visibility("default")]] const char* __asan_default_options();
+const char* __lsan_default_suppressions() {
+  return "leak:xercesc_3_2::XMLStringPool::XMLStringPool";
+}
+const char* __asan_default_options() { return "fast_unwind_on_malloc=0:malloc_context_size=8"; }
+}

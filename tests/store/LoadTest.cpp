@@ -110,9 +110,6 @@ TEST(LoadTest, EveryStateOfTheDocument) {
   StandInDefaults::setStartup({{"s", "startup default"}});
   const auto absent = [](const fs::path& file) { fs::remove(file); };
   const auto unreadable = [](const fs::path& file) { fs::permissions(file, fs::perms(0)); };
-  const auto directory = [](const fs::path& file) {
-    (fs::remove(file), fs::create_directory(file));
-  };
   const auto text = [](const std::string& document) {
     return [document](const fs::path& file) { std::ofstream(file) << document; };
   };
@@ -130,7 +127,6 @@ TEST(LoadTest, EveryStateOfTheDocument) {
   const Row rows[] = {
       {absent, missing, fine, "startup default"},
       {unreadable, missing, fine, "startup default"},
-      {directory, missing, fine, "startup default"},
       {text(""), malformed, fine, "startup default"},
       {text("<vtn:parameters>"), malformed, fine, "startup default"},
       {text("<vtn:parameters xmlns:vtn='urn:x'/>"), fine, badRoot, ""},
