@@ -1,6 +1,6 @@
 #include "service/VRDConfigurationImpl.h"
 
-#include "service/StoreState.h"
+#include "service/RaiseUnlessDone.h"
 #include "store/VRDConfiguration.h"
 
 namespace {

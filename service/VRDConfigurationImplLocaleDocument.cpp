@@ -5,7 +5,7 @@
 #include "platform/core/VRDRaise.h"
 #include "platform/idom/VRDIDOM_NodeList.h"
 #include "platform/idom/VRDIDOM_Parser.h"
-#include "service/StoreState.h"
+#include "service/RaiseUnlessDone.h"
 #include "service/VRDConfigurationImpl.h"
 #include "store/InstallationFiles.h"
 

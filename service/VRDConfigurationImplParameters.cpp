@@ -1,6 +1,6 @@
 // Unit VRDConfigurationImpl: what goes straight to the store.
 
-#include "service/StoreState.h"
+#include "service/RaiseUnlessDone.h"
 #include "service/VRDConfigurationImpl.h"
 #include "store/VRDConfiguration.h"
 
