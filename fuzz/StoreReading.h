@@ -1,14 +1,7 @@
 #pragma once
 
 #include "fuzz/Fuzzing.h"
-#include "platform/idom/VRDIDOM_Parser.h"
 #include "tests/service/Service.h"
-
-/// Whether @p xml parses; its document is in @p document then.
-inline bool parses(const I18NString& xml, VRDIDOM_Document& document) {
-  const std::string_view bytes = xml.utf8();
-  return VRDIDOM_Parser(0).parse(bytes.data(), static_cast<int>(bytes.size()), document) != 0;
-}
 
 /// Reads everything that the store of the process holds, in every way.
 inline void readStore(IVRDConfiguration& service) {

@@ -59,6 +59,8 @@ TEST(Throwable, ToStringTellsEverythingOneFactALine) {
       {std::make_shared<VRDException>(sampleException()),
        "VRDException\nerror 13\nsamplemsgs 0x610B54C9 (fr-ca)\nplain 0x00000001 (two\nlines)\n"
        "  at VRDConfigurationFactory:42 VRD_THROW"},
+      {std::make_shared<VRDException>(VRDSeverity_Information, 5), "VRDException\ninformation 5"},
+      {std::make_shared<VRDException>(VRDSeverity(7), 5), "VRDException\nseverity 7, code 5"},
       {std::make_shared<VRDStdExceptionError>(std::runtime_error("")),
        "VRDStdExceptionError\nerror 0\na standard exception without a text"}};
   for (const auto& [error, told] : rows) {

@@ -35,10 +35,17 @@ void expectCharacters(const I18NString& text, const std::u32string& expected) {
     EXPECT_EQ(text.find(text.substr(at, 2), 0),
               static_cast<int>(expected.find(expected.substr(i, 2))));
   }
-  const std::u16string units = text.toUtf16();
+  std::u16string units = text.toUtf16();
   EXPECT_EQ(I18NString::fromUtf16(units), text);
   EXPECT_TRUE(text.equalsUtf16(units));
   EXPECT_FALSE(text.equalsUtf16(units + u'x'));
+  for (char16_t& unit : units) {
+    for (const char16_t change : {u'\x1', u'\x100'}) {
+      const char16_t before = std::exchange(unit, static_cast<char16_t>(unit ^ change));
+      EXPECT_FALSE(text.equalsUtf16(units));
+      unit = before;
+    }
+  }
 }
 
 /// A byte that belongs to no character.
@@ -47,7 +54,7 @@ constexpr char32_t odd(unsigned char byte) { return 0xDC00U | byte; }
 TEST(I18NString, CountsCharactersAndBytesThatBelongToNone) {
   const std::pair<std::string, std::u32string> rows[] = {
       {"", U""},
-      {"0123456789", U"0123456789"},
+      {"0123456789ABCDEF0123456789ABCDEF\u00E9", U"0123456789ABCDEF0123456789ABCDEF\u00E9"},
       {"a\0b"s, U"a\0b"s},
       {"t\u00E9\u20AC\uD7FF\uE000\uFFFF", U"t\u00E9\u20AC\uD7FF\uE000\uFFFF"},
       {"\U00010000a\U0010FFFF", U"\U00010000a\U0010FFFF"},
@@ -58,6 +65,8 @@ TEST(I18NString, CountsCharactersAndBytesThatBelongToNone) {
       {"\xED\xA0\x80", {odd(0xED), odd(0xA0), odd(0x80)}},  // a surrogate
       {"\xC0\x80", {odd(0xC0), odd(0x80)}},                 // longer than need be
       {"\xE0\x9F\xBF", {odd(0xE0), odd(0x9F), odd(0xBF)}},
+      {"\xF0\x8F\xBF\xBF", {odd(0xF0), odd(0x8F), odd(0xBF), odd(0xBF)}},
+      {"\xE0\u00E9\xF0\u00E9\xF4z", {odd(0xE0), 0xE9, odd(0xF0), 0xE9, odd(0xF4), 'z'}},
       {"\xF4\x90\x80\x80", {odd(0xF4), odd(0x90), odd(0x80), odd(0x80)}},  // beyond the last
       {"\xFF\U0001F600\x80", {odd(0xFF), 0x1F600, odd(0x80)}}};
   for (const auto& [bytes, characters] : rows) {
@@ -79,6 +88,9 @@ TEST(I18NString, IsChangedByCharacters) {
               {"a\U0001F600b", [](I18NString& s) { s.erase(1, -1); }, "a"},
               {"a\U0001F600b", [](I18NString& s) { s.erase(-1, 1); }, "\U0001F600b"},
               {"\u00E9", [](I18NString& s) { s.resize(3, 0x20AC); }, "\u00E9\u20AC\u20AC"},
+              {"ab", [](I18NString& s) { s.resize(-1, L'x'); }, "ab"},
+              {"a\u20ACbc", [](I18NString& s) { s = s.substring(1, 3); }, "\u20ACb"},
+              {"ab", [](I18NString& s) { s = s.substring(-1, 5) + s.substring(1, 1); }, "ab"},
               {"\u00E9\u00E9x\u00E9y\u00E9", [](I18NString& s) { s.trim(0xE9); }, "x\u00E9y"},
               {"\u00E9x", [](I18NString& s) { s += s; }, "\u00E9x\u00E9x"},
               {"\u00E9x", [](I18NString& s) { s = s.c_str() + 2; }, "x"},
@@ -92,6 +104,7 @@ TEST(I18NString, IsChangedByCharacters) {
               {"", [](I18NString& s) { s.appendUtf16(u"\xDC00\xD83Dz"); }, "\uFFFD\uFFFDz"},
               // Two halves become a character.
               {"\xC3", [](I18NString& s) { s += "\xA9"; }, "\u00E9"},
+              {"xyz", [](I18NString& s) { s.replace(1, 1, I18NString("\xA9")); }, "x\xA9z"},
               {"\xC3x\xA9", [](I18NString& s) { s.erase(1, 1); }, "\u00E9"}};
   for (const auto& [start, change, expected] : rows) {
     I18NString text(start);

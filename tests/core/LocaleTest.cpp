@@ -29,6 +29,7 @@ void expectEach(const std::vector<Row>& rows, I18NString (*textIn)(const Row&, I
 TEST(Locale, HasTheRulesOfCaseForAllLanguagesUnlessOneIsNamed) {
   expectEach({{"FI-in", nullptr, "fi-in"},
               {"FI", "tr_TR", "f\u0131"},
+              {"FI", "az", "f\u0131"},
               {"FI", "nobody knows this", "fi"},
               {"ÄÖÜ İ\xC3", nullptr, "äöü i\u0307\xC3"}},
              [](const Row& row, I18NLocale& locale) {

@@ -25,7 +25,8 @@ void expectUnbound(VRDCrypto& crypto) {
 }
 
 TEST(BindingTest, WhatIsNotOpenRefuses) {
-  for (const std::string variant : {"absent", "not a library", "_lacking", "closed"}) {
+  for (const std::string variant :
+       {"absent", "not a library", "_lacking_first", "_lacking_last", "closed"}) {
     SCOPED_TRACE(variant);
     const bool isWhole = variant == "closed";
     const CryptoInstallation installation;

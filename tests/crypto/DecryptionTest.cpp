@@ -4,10 +4,8 @@
 
 #include "crypto/CryptoSession.h"
 #include "crypto/ValueDecryption.h"
-#include "platform/idom/VRDIDOM_Document.h"
-#include "platform/idom/VRDIDOM_Helper.h"
-#include "platform/idom/VRDIDOM_Parser.h"
 #include "tests/crypto/StandInLibraries.h"
+#include "tests/support/DomTesting.h"
 
 namespace {
 
@@ -88,12 +86,8 @@ TEST_F(DecryptionTest, EachElementByItsMarks) {
     SCOPED_TRACE(std::string(row.element) + " with " + row.clearText);
     standIn->clearText = row.clearText;
     const std::string xml = below(row.element);
-    VRDIDOM_Document document;
-    VRDIDOM_Parser parser(0);
-    ASSERT_NE(parser.parse(xml.c_str(), static_cast<int>(xml.size()), document), 0);
-    I18NString text;
-    VRDIDOM_Helper::write(decryptXML(document.getDocumentElement(), handle), text);
-    EXPECT_EQ(text.utf8(), row.result != unchanged ? below(row.result) : xml);
+    EXPECT_EQ(written(decryptXML(parsedRoot(xml), handle)),
+              row.result != unchanged ? below(row.result) : xml);
   }
 }
 

@@ -20,7 +20,8 @@ class CryptoInstallation : public CurrentInstallation {
 
   std::string provider() const { return (*this / "bin/libHLD_Crypto_Interface.so").string(); }
 
-  /// @param variant which of the built ones: "" for the whole one, or "_lacking"
+  /// @param variant which of the built ones: "" for the whole one, "_lacking_first",
+  /// "_lacking_last"
   void installStandIn(const std::string& variant = "") const {
     std::filesystem::copy_file(VRD_STAND_IN_FOLDER "/libstand_in" + variant + ".so", provider());
   }

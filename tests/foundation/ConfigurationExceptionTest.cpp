@@ -47,10 +47,11 @@ TEST(ConfigurationExceptionTest, KeepsTypeMessagesAndTraceWhenHurledAndCopied) {
     VRDConfigurationException copy(VRDSeverity_Error, VRDCFGAPI_InternalError);
     copy = dynamic_cast<VRDConfigurationException&>(*clone);
     copy = *&copy;
+    EXPECT_EQ(&(copy << VRDMessage("added", 1)), &copy);
     const EnvironmentGuard english("LC_ALL", "C");
     EXPECT_EQ(copy.toString().utf8(),
               "VRDConfigurationException\nerror 13\nThere is no mapping for the locale \"xx_YY\".\n"
-              "  at Site:42 VRD_THROW");
+              "added 0x00000001\n  at Site:42 VRD_THROW");
   }
 }
 

@@ -2,20 +2,9 @@
 
 #include <gtest/gtest.h>
 
-#include <cstring>
-
-#include "platform/idom/VRDIDOM_Document.h"
-#include "platform/idom/VRDIDOM_NodeList.h"
-#include "platform/idom/VRDIDOM_Parser.h"
+#include "tests/support/DomTesting.h"
 
 namespace {
-
-VRDIDOM_Element parse(const char* xml) {
-  VRDIDOM_Document document;
-  VRDIDOM_Parser parser(0);
-  EXPECT_TRUE(parser.parse(xml, static_cast<int>(std::strlen(xml)), document));
-  return document.getDocumentElement();
-}
 
 TEST(IDOMUtilsTest, TextIsThatOfTheDirectChildren) {
   struct Row {
@@ -30,7 +19,7 @@ TEST(IDOMUtilsTest, TextIsThatOfTheDirectChildren) {
   };
   for (const Row& row : rows) {
     SCOPED_TRACE(row.xml);
-    VRDIDOM_Element element = parse(row.xml);
+    VRDIDOM_Element element = parsedRoot(row.xml);
     EXPECT_STREQ(VRDIDOMUtils::getText(element).c_str(), row.text);
     EXPECT_EQ(VRDIDOMUtils::isTextOnly(element), row.textOnly);
   }
@@ -42,7 +31,7 @@ TEST(IDOMUtilsTest, TextIsThatOfTheDirectChildren) {
 TEST(IDOMUtilsTest, SettingTextLeavesOneTextChild) {
   for (const char* xml : {"<a/>", "<a>x</a>", "<a>a<b>b</b>c</a>", "<a><b/><c/></a>"}) {
     for (const char* text : {"new", "", "<&>"}) {
-      VRDIDOM_Element element = parse(xml);
+      VRDIDOM_Element element = parsedRoot(xml);
       VRDIDOMUtils::setText(element, text);
       EXPECT_EQ(element.getChildNodes().getLength(), 1U) << xml;
       EXPECT_EQ(element.getFirstChild().getNodeValue(), text) << xml;
@@ -51,7 +40,7 @@ TEST(IDOMUtilsTest, SettingTextLeavesOneTextChild) {
 }
 
 TEST(IDOMUtilsTest, FindsTheFirstDirectChildOfAName) {
-  VRDIDOM_Element root = parse(
+  VRDIDOM_Element root = parsedRoot(
       "<a xmlns:p='urn:1' xmlns:q='urn:2'> <!-- c --> <deep><p:v>0</p:v><v>0</v></deep>"
       "<p:v>1</p:v><q:v>2</q:v><v>3</v><v>4</v><w xmlns='urn:1'>5</w></a>");
   const auto named = [&](const char* name) {

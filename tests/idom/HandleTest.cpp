@@ -5,20 +5,31 @@
 #include <vector>
 
 #include "platform/idom/DomMemory.h"
-#include "tests/idom/DomTesting.h"
+#include "tests/support/DomTesting.h"
 
 namespace {
 
+const char* const xmlUri = "http://www.w3.org/XML/1998/namespace";
 const char* const xmlnsUri = "http://www.w3.org/2000/xmlns/";
 
 TEST(Handle, ReadsOfANullHandleGiveNothing) {
   VRDIDOM_Node node;
   VRDIDOM_Element element;
   VRDIDOM_Document document;
+  element = parsedRoot("<a/>");
+  EXPECT_TRUE(element != nullptr && element != &node && !element.isEqualNode(node));
+  element = node;
+  EXPECT_TRUE(element.isNull());
+  element = static_cast<const VRDIDOM_Node*>(nullptr);
   EXPECT_TRUE(node.isNull() && node == nullptr && node == &element && node.isEqualNode(element));
-  EXPECT_EQ(bytesOf(node.getNodeName() + node.getNodeValue() + element.getAttribute("a")), "");
+  EXPECT_EQ(bytesOf(node.getNodeName() + node.getNodeValue() + element.getAttribute("a") +
+                    node.getLocalName() + node.getNamespaceURI() + node.getPrefix()),
+            "");
   EXPECT_TRUE(node.getNodeType() == 0 && node.getChildNodes().getLength() == 0);
+  EXPECT_FALSE(node.isNamed("") || node.isNamed("", ""));
   EXPECT_TRUE(node.getFirstChild().isNull() && document.getDocumentElement().isNull());
+  EXPECT_TRUE(node.getParentNode().isNull() && node.getNextSibling().isNull() &&
+              node.getOwnerDocument().isNull());
   EXPECT_TRUE(newDocument().importNode(node, 1).isNull());
   EXPECT_TRUE(document.createTreeWalker(node, 1, nullptr, 0).firstChild().isNull());
 }
@@ -55,6 +66,7 @@ TEST(Handle, AnAttributeIsFoundAndChangedHoweverItWasSet) {
   VRDIDOM_Element root = parsedRoot("<a z='1' xmlns:p='u' p:y='2' b=''/>");
   EXPECT_EQ(root.getAttribute("p:y") + root.getAttributeNS("u", "y"), "22");
   EXPECT_TRUE(root.getAttributeNode("absent").isNull() && !root.getAttributeNode("b").isNull());
+  EXPECT_TRUE(root.hasAttribute("b") && !root.hasAttribute("absent"));
 
   // Attributes are searched for by the order of their names, which a new prefix changes.
   root.setAttributeNS("u", "a:y", "5");
@@ -70,7 +82,14 @@ TEST(Handle, AnAttributeIsFoundAndChangedHoweverItWasSet) {
   VRDIDOM_Attr removed = root.getAttributeNode("z");
   for (const char* name : {"z", "z", "a:y", "r:n"}) root.removeAttribute(name);
   EXPECT_EQ(removed.getValue(), "1");
-  EXPECT_EQ(written(root), "<a b=\"\" xmlns:k=\"w\" xmlns:p=\"u\"/>");
+  // A value may lie in several nodes.
+  VRDIDOM_Attr b = root.getAttributeNode("b");
+  for (const char* text : {"1", "2"}) b.appendChild(root.getOwnerDocument().createTextNode(text));
+  VRDIDOM_Node copy = newDocument().importNode(b, 1);
+  EXPECT_TRUE(b.getValue() == "12" && copy.isEqualNode(b));
+  EXPECT_EQ(written(root), "<a b=\"12\" xmlns:k=\"w\" xmlns:p=\"u\"/>");
+  root.setAttribute("b", "3");
+  EXPECT_TRUE(b.getValue() == "3" && !copy.isEqualNode(b));
 }
 
 constexpr long hierarchy = 3;
@@ -98,6 +117,9 @@ TEST(Handle, ANameThatCannotBeIsRefusedWhereverItIsGiven) {
   expectRefused("", "p:x", badNamespace);
   expectRefused(xmlnsUri, "p:x", badNamespace);
   EXPECT_EQ(refusalOf([&] { a.setAttribute("1 2", ""); }), invalidCharacter);
+  EXPECT_EQ(refusalOf([&] { a.setAttribute("xmlns:xmlns", ""); }), badNamespace);
+  EXPECT_EQ(refusalOf([&] { a.setAttributeNS(xmlnsUri, "xmlns:xmlns", ""); }), badNamespace);
+  EXPECT_EQ(refusalOf([&] { document.createElementNS(xmlUri, "p:x"); }), badNamespace);
   EXPECT_EQ(written(document), "<a k=\"v\"/>");
 }
 
@@ -114,8 +136,12 @@ TEST(Handle, WhatTheTreeRefusesThrowsAndChangesNothing) {
       {hierarchy, [&] { b.appendChild(a); }},
       {hierarchy, [&] { a.appendChild(a); }},
       {hierarchy, [&] { VRDIDOM_Helper::appendChild(text, b); }},
+      {hierarchy, [&] { VRDIDOM_Helper::appendChild(b, k); }},
+      {hierarchy, [&] { VRDIDOM_Helper::appendChild(document, b); }},
+      {hierarchy, [&] { VRDIDOM_Helper::appendChild(newDocument(), text); }},
       {hierarchy, [&] { document.renameNode(k, "", "l"); }},
       {hierarchy, [&] { document.recycle(b); }},
+      {hierarchy, [&] { document.recycle(k); }},
       {hierarchy, [&] { document.recycle(foreign); }},
       {wrongDocument, [&] { document.renameNode(foreign, "", "l"); }},
       {wrongDocument, [&] { a.appendChild(foreign); }},
@@ -127,6 +153,8 @@ TEST(Handle, WhatTheTreeRefusesThrowsAndChangesNothing) {
     EXPECT_EQ(refusalOf(cases[i].second), cases[i].first) << "case " << i;
     EXPECT_EQ(written(document), before) << "case " << i;
   }
+  a.setNodeValue("an element has none");
+  EXPECT_EQ(written(document), before);
 }
 
 TEST(Handle, ATreeEqualsItsCopiesAndNoOther) {
@@ -135,6 +163,8 @@ TEST(Handle, ATreeEqualsItsCopiesAndNoOther) {
       "<a xmlns='u'/>",
       "<p:a xmlns:p='u'/>",
       "<a b='1'/>",
+      "<a b='2'/>",
+      "<a c='1'/>",
       "<a b='1' c='2'/>",
       "<a>t</a>",
       "<a><b/>t</a>",
@@ -151,11 +181,27 @@ TEST(Handle, ATreeEqualsItsCopiesAndNoOther) {
   EXPECT_TRUE(parsedRoot("<a b='1' c='2'/>").isEqualNode(parsedRoot("<a c='2' b='1'/>")));
 
   VRDIDOM_Element source = parsedRoot("<s xmlns='v' k='1'><b/></s>");
-  EXPECT_EQ(written(newDocument().importNode(source, 0)), "<s k=\"1\" xmlns=\"v\"/>");
+  source.setAttribute("q:k", "2");
+  for (const char* uri : {"u", "w"}) source.setAttributeNS(uri, "p:k", "3");  // two of one name
+  EXPECT_EQ(written(newDocument().importNode(source, 0)),
+            "<s k=\"1\" p:k=\"3\" ns1:k=\"3\" q:k=\"2\" xmlns=\"v\" xmlns:p=\"w\""
+            " xmlns:ns1=\"u\" xmlns:q=\"urn:prefix:q\"/>");
   VRDIDOM_Element parent = parsedRoot("<r/>");
   VRDIDOM_Helper::appendChild(parent, source.getFirstChild());
   VRDIDOM_Helper::appendChild(parent, parent);
-  EXPECT_EQ(written(parent), "<r><b xmlns=\"v\"/><r><b xmlns=\"v\"/></r></r>");
+  VRDIDOM_Document document = newDocument();
+  VRDIDOM_Helper::appendChild(document, parent);
+  EXPECT_EQ(written(document), "<r><b xmlns=\"v\"/><r><b xmlns=\"v\"/></r></r>");
+}
+
+TEST(Handle, ARefusalTellsItsReasonInEachCopy) {
+  I18NString told;
+  try {
+    newDocument().createElementNS("", "1 2");
+  } catch (VRDIDOM_Exception& refusal) {
+    std::unique_ptr<VRDThrowable>(refusal.clone())->toString(nullptr, "; ", told, 0);
+  }
+  EXPECT_EQ(told, "VRDIDOM_Exception; error 5; the text is no name");
 }
 
 // What is not shown is looked through.
@@ -171,6 +217,10 @@ TEST(TreeWalker, StopsAtTheTypesAskedForOnly) {
     }
     EXPECT_EQ(seen, expected);
   }
+  VRDIDOM_TreeWalker lost = document.createTreeWalker(document, 4, nullptr, 0);
+  VRDIDOM_Node removed = lost.firstChild();
+  document.getDocumentElement().removeChild(removed);
+  EXPECT_TRUE(lost.nextSibling().isNull());
 }
 
 }  // namespace

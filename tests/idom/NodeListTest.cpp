@@ -5,7 +5,7 @@
 #include <random>
 #include <vector>
 
-#include "tests/idom/DomTesting.h"
+#include "tests/support/DomTesting.h"
 
 namespace {
 

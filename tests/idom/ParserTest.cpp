@@ -6,7 +6,7 @@
 #include <limits>
 #include <sstream>
 
-#include "tests/idom/DomTesting.h"
+#include "tests/support/DomTesting.h"
 #include "tests/support/TemporaryFolder.h"
 
 namespace {
@@ -147,6 +147,7 @@ TEST(Parser, TellsAStreamThatFailsFromOneThatEnds) {
       EXPECT_EQ(written(document), "<before/>");
     }
   }
+  EXPECT_EQ(parser.parse(nullptr, 1, document) + parser.parse("<b/>", -1, document), 0);
   std::istringstream whole("<b>x</b>");
   EXPECT_NE(parser.parse(whole, document), 0);
   EXPECT_EQ(parser.getErrorCode(), VRDIDOM_Parser::NoError);

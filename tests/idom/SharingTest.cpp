@@ -5,7 +5,7 @@
 #include <xercesc/util/PlatformUtils.hpp>
 
 #include "platform/idom/DomMemory.h"
-#include "tests/idom/DomTesting.h"
+#include "tests/support/DomTesting.h"
 
 namespace {
 

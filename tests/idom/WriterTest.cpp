@@ -5,7 +5,7 @@
 #include <sstream>
 
 #include "platform/core/VRDErrors.h"
-#include "tests/idom/DomTesting.h"
+#include "tests/support/DomTesting.h"
 
 namespace {
 
@@ -26,6 +26,11 @@ TEST(Writer, DeclaresWhatIsInUseAndNothingTwice) {
            {"<a/>", nullptr, "xmlns", "v", "<a/>"},
            {"<a/>", nullptr, "xmlns:p", "", "<a/>"},
            {"<a/>", nullptr, "xmlns:xml", "u", "<a/>"},
+           {"<a/>", nullptr, "xmlns:p", "http://www.w3.org/XML/1998/namespace", "<a/>"},
+           {"<a/>", nullptr, "xmlns:p", "http://www.w3.org/2000/xmlns/", "<a/>"},
+           {"<p:a xmlns:p='http://www.w3.org/2000/xmlns/'/>", nullptr, "b", "1",
+            "<p:a b='1' xmlns:p='urn:prefix:p'/>"},
+           {"<xml:a/>", nullptr, "xml:b", "1", "<xml:a xml:b='1'/>"},
            // A prefix that means nothing, or something by its declaration, or is a second spelling.
            {"<a/>", nullptr, "q:b", "1", "<a q:b='1' xmlns:q='urn:prefix:q'/>"},
            {"<a xmlns:q='u'/>", nullptr, "q:b", "1", "<a q:b='1' xmlns:q='u'/>"},
@@ -34,6 +39,8 @@ TEST(Writer, DeclaresWhatIsInUseAndNothingTwice) {
            // An attribute whose prefix is taken, or that has none.
            {"<p:a xmlns:p='u'/>", "v", "p:b", "1", "<p:a ns1:b='1' xmlns:p='u' xmlns:ns1='v'/>"},
            {"<a xmlns='u'/>", "u", "b", "1", "<a ns1:b='1' xmlns='u' xmlns:ns1='u'/>"},
+           {"<p:a xmlns:p='u' xmlns:ns1='u'/>", "v", "p:b", "1",
+            "<p:a ns2:b='1' xmlns:ns1='u' xmlns:p='u' xmlns:ns2='v'/>"},
        }) {
     VRDIDOM_Element element = parsedRoot(c.element);
     c.uri == nullptr ? element.setAttribute(c.name, c.value)

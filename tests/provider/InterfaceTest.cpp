@@ -36,27 +36,38 @@ TEST(ProviderInterfaceTest, BadCallsAreRefusedAndGiveNothing) {
   installation.addKey();
   VRDCrypto& crypto = *getCryptoInstance();
   char session[] = "<sessionConfigDocument></sessionConfigDocument>";
-  char settings[] = "<setInfoDocument><action>Other</action></setInfoDocument>";
+  char action[] = "<setInfoDocument><action>Other</action></setInfoDocument>";
+  char place[] = "<setInfoDocument><action>CSKEncrypt</action></setInfoDocument>";
+  char end[] = "<terminateDocument></terminateDocument>";
   char data[] = "data";
   char* error = nullptr;
   void* handle = data;
   EXPECT_EQ(crypto.HLD_PersistentInitialize(&handle, session, nullptr, &error), -1);
   EXPECT_EQ(handle, nullptr);
   EXPECT_THAT(takeText(error), HasSubstr("<reason>the provider is not initialised</reason>"));
+  EXPECT_EQ(crypto.HLD_CryptoTerminate(end, nullptr, nullptr), -1);
 
   const ProviderSession good;
   void* block = data;
   unsigned long size = 7;
   for (const int status :
        {crypto.HLD_CryptoInitialize(session, nullptr, nullptr),
-        crypto.HLD_SetInfo(good.handle(), settings, nullptr),
+        crypto.HLD_SetInfo(good.handle(), action, nullptr),
+        crypto.HLD_SetInfo(good.handle(), place, nullptr),
         crypto.HLD_CloseHandle(&handle, nullptr, nullptr),
+        crypto.HLD_CloseHandle(nullptr, nullptr, nullptr),
+        crypto.HLD_PersistentInitialize(nullptr, session, nullptr, nullptr),
+        crypto.HLD_CryptoGetLastErrorDetails(nullptr, nullptr, nullptr),
+        crypto.HLD_GetRandomData(1, nullptr, nullptr),
         crypto.HLD_ProtectData(nullptr, data, 4, &block, &size, nullptr),
         crypto.HLD_ProtectData(good.handle(), data, 4, nullptr, &size, nullptr),
+        crypto.HLD_ProtectData(good.handle(), data, 4, &block, nullptr, nullptr),
+        crypto.HLD_UnprotectData(good.handle(), nullptr, 4, &block, &size, nullptr),
         crypto.HLD_ProtectData(good.handle(), data, 1ul << 40, &block, &size, nullptr)}) {
     EXPECT_EQ(status, -1);
   }
   EXPECT_THAT(lastFailure(), HasSubstr("too long"));
+  EXPECT_EQ(protectString("clear", nullptr), "");
   EXPECT_EQ(block, nullptr);
   EXPECT_EQ(size, 0u);
 }

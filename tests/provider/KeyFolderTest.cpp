@@ -1,6 +1,9 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <sys/resource.h>
 #include <sys/stat.h>
+
+#include <csignal>
 
 #include "provider/KeyFolder.h"
 #include "tests/support/TemporaryFolder.h"
@@ -74,7 +77,8 @@ TEST_F(KeyFolderTest, OnlyAnExactLineInAPrivateRegularFileIsAKey) {
   const std::string start = line.substr(0, 72);
   for (const std::string& content :
        {start + "f", line + "\n", start + "f\r\n", "vrdkey 2 " + digits + "\n", start + "\n",
-        start + "g\n", start + "F\n", std::string()}) {
+        start + "ff", start + "g\n", start + "F\n", start + "/\n", "vrdkey 1 G" + line.substr(10),
+        std::string()}) {
     EXPECT_THAT(readFile(content), HasSubstr("0000000001.key: is not a key")) << content;
   }
   for (const mode_t mode : {0640u, 0604u, 0700u, 0400u, 04600u}) {
@@ -85,6 +89,22 @@ TEST_F(KeyFolderTest, OnlyAnExactLineInAPrivateRegularFileIsAKey) {
   EXPECT_THAT(read(2), HasSubstr("No such file"));
   ASSERT_EQ(::mkfifo(keys.fileOf(2).c_str(), 0600), 0);
   EXPECT_THAT(read(2), HasSubstr("is not a regular file"));
+}
+
+TEST_F(KeyFolderTest, AKeyThatCannotBeKeptLeavesNothing) {
+  const KeyFolder missing((folder / "missing/keys").string());
+  EXPECT_EQ(missing.newest(), 0u);
+  EXPECT_THROW(missing.add({}), KeyError);
+  EXPECT_THROW(KeyFolder(folder.write("file", "").string()).newest(), KeyError);
+
+  struct rlimit before {};
+  ::getrlimit(RLIMIT_FSIZE, &before);
+  const struct rlimit tight { 10, before.rlim_max };
+  ::signal(SIGXFSZ, SIG_IGN);
+  ::setrlimit(RLIMIT_FSIZE, &tight);
+  EXPECT_THROW(add('a'), KeyError);
+  ::setrlimit(RLIMIT_FSIZE, &before);
+  EXPECT_TRUE(std::filesystem::is_empty(folder / "keys"));
 }
 
 TEST_F(KeyFolderTest, KeysAddedAtOnceAreAllKept) {

@@ -90,7 +90,8 @@ TEST_F(ProtectionTest, KeysThatAreNotUsableLeaveNoSession) {
 
   ::chmod(file.c_str(), 0644);
   EXPECT_EQ(readText("secret", 1).state, VRDCFGAPI_CryptoUnavailable);
-  EXPECT_THAT(lastFailure(), HasSubstr(file + ": has mode 0644; a key must have mode 0600"));
+  EXPECT_THAT(lastFailure(), HasSubstr("/&lt;&amp;&gt;?"));
+  EXPECT_THAT(lastFailure(), HasSubstr("1.key: has mode 0644; a key must have mode 0600"));
   ::chmod(file.c_str(), 0600);
   EXPECT_EQ(readText("secret", 1).text, "clear");
 }

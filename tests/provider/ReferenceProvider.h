@@ -11,10 +11,11 @@
 #include "provider/KeyFolder.h"
 #include "tests/support/Installation.h"
 
-/// An installation with the reference provider, which the process then is in.
+/// An installation with the reference provider, which the process then is in. No XML can hold its
+/// path as it is.
 class ProtectedInstallation : public CurrentInstallation {
  public:
-  ProtectedInstallation() {
+  ProtectedInstallation() : CurrentInstallation("", "<&>\x01") {
     std::filesystem::copy_file(VRD_REFERENCE_PROVIDER, *this / "bin/libHLD_Crypto_Interface.so");
     VRDFmDir::setEffectiveWorkingDir(bin().c_str());
   }

@@ -2,14 +2,12 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
-#include <thread>
-#include <vector>
 
-#include "platform/idom/VRDIDOM_Document.h"
-#include "platform/idom/VRDIDOM_Parser.h"
 #include "startup/VRDStartupConfiguration.h"
+#include "tests/support/DomTesting.h"
 #include "tests/support/Installation.h"
 #include "tests/support/Store.h"
+#include "tests/support/Together.h"
 
 using testing::AllOf;
 using testing::ElementsAre;
@@ -37,10 +35,7 @@ std::string documentOf(VRDStartupConfiguration& startup) {
   return text.c_str();
 }
 
-bool parses(const std::string& text) {
-  VRDIDOM_Document document;
-  return VRDIDOM_Parser(0).parse(text.data(), static_cast<int>(text.size()), document) != 0;
-}
+bool parses(const std::string& text) { return !parsed(text).isNull(); }
 
 }  // namespace
 
@@ -116,16 +111,12 @@ TEST(StartupConfiguration, AFailureChangesNothingAndIsTriedAgain) {
 TEST(StartupConfiguration, KeepsWhatItHasRead) {
   const CurrentInstallation installation;
   VRDStartupConfiguration startup;
-  std::vector<std::thread> threads;
-  for (int number = 0; number < 4; ++number) {
-    threads.emplace_back([&] {
-      while (valueOf(startup, "a").empty()) std::this_thread::yield();
-      EXPECT_EQ(valueOf(startup, "a"), "one");
-    });
-  }
   const auto complete = installation.write("next.xml", startupDocument(parameter("a", "one")));
-  std::filesystem::rename(complete, installation.startupFile());
-  for (std::thread& thread : threads) thread.join();
+  together(5, [&](std::size_t number) {
+    if (number == 0) std::filesystem::rename(complete, installation.startupFile());
+    while (valueOf(startup, "a").empty()) std::this_thread::yield();
+    EXPECT_EQ(valueOf(startup, "a"), "one");
+  });
 
   installation.setParameters(parameter("a", "two"));
   EXPECT_EQ(valueOf(startup, "a"), "one");

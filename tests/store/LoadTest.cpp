@@ -4,7 +4,7 @@
 #include <string>
 
 #include "platform/core/VRDFmDir.h"
-#include "platform/idom/VRDIDOM_DOMImplementation.h"
+#include "tests/support/DomTesting.h"
 #include "tests/support/Installation.h"
 #include "tests/support/StandInDefaults.h"
 #include "tests/support/Store.h"
@@ -129,6 +129,7 @@ TEST(LoadTest, EveryStateOfTheDocument) {
       {unreadable, missing, fine, "startup default"},
       {text(""), malformed, fine, "startup default"},
       {text("<vtn:parameters>"), malformed, fine, "startup default"},
+      {text("<!DOCTYPE x>" + startupDocument("")), malformed, fine, "startup default"},
       {text("<vtn:parameters xmlns:vtn='urn:x'/>"), fine, badRoot, ""},
       {text("<vtn:parameters xmlns:vtn=" + uri + "/>"), fine, fine, ""},
       {text(startupDocument(parameter("s", "document"))), fine, fine, "document"},
@@ -138,7 +139,7 @@ TEST(LoadTest, EveryStateOfTheDocument) {
     const CurrentInstallation installation;
     rows[row].put(installation.startupFile());
     startOver();
-    VRDIDOM_Document document = VRDIDOM_DOMImplementation::getInstance().createDocument();
+    VRDIDOM_Document document = newDocument();
     EXPECT_EQ(VRDConfiguration::getConfigDoc(document), rows[row].read);
     EXPECT_EQ(document.getDocumentElement().isNull(), rows[row].read != fine);
     {
@@ -164,6 +165,18 @@ TEST(LoadTest, ASecondInitAndABadStreamChangeNothing) {
   }
   EXPECT_EQ(initWith("<other/>"), VRDCFGAPI_NoError);
   EXPECT_EQ(textOf(""), before);
+}
+
+// As after a first load that found no memory.
+TEST(LoadTest, ALaterLoadKeepsWhatWasSetUnlessTheDocumentHasIt) {
+  const CurrentInstallation installation(parameter("d", "document"));
+  for (const char* name : {"c", "d"}) store().setValue(name, "client");
+  m_bStartupInitialized = 0;
+  EXPECT_EQ(store().init(), VRDCFGAPI_NoError);
+  EXPECT_EQ(textOf("c") + " " + textOf("d"), "client document");
+  EXPECT_EQ(count(textOf(""), "name="), 1) << "what was set is in no tree";
+  for (const char* name : {"c", "d"}) store().setValue(name, "again");
+  EXPECT_EQ(textOf("c") + " " + textOf("d"), "again again");
 }
 
 TEST(LoadTest, TempIsHandedOnOnce) {

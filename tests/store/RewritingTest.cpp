@@ -2,6 +2,8 @@
 
 #include <string>
 
+#include "foundation/VRDIDOMUtils.h"
+#include "tests/support/DomTesting.h"
 #include "tests/support/Installation.h"
 #include "tests/support/Store.h"
 
@@ -36,12 +38,19 @@ TEST(RewritingTest, ReferencesAreReplacedAndPathsMadeAbsolute) {
   };
   std::string parameters;
   for (const Row& row : rows) {
-    EXPECT_EQ(VRDConfiguration::replaceEnvVariables(row.text.c_str()).c_str(), row.replaced);
     for (const std::string type : {"file", "folder"}) {
       parameters += parameter(type + row.text, row.text, "", "xsi:type='cfg:" + type + "Path'");
     }
   }
   installation.setParameters(parameters);
+  VRDIDOM_Document document = newDocument();
+  ASSERT_EQ(VRDConfiguration::getConfigDoc(document), VRDCFGAPI_NoError);
+  VRDIDOM_Element root = document.getDocumentElement();
+  VRDConfiguration::replaceVariables(root);
+  for (std::size_t i = 0; i < 2 * std::size(rows); ++i) {
+    VRDIDOM_Element value = root.getChildNodes().item(i).getFirstChild();
+    EXPECT_EQ(VRDIDOMUtils::getText(value), rows[i / 2].replaced.c_str());
+  }
   EXPECT_EQ(textOf("file%B%%A%"), "yy%A%");
   for (int pass = 2; pass < 4; ++pass) {
     EXPECT_EQ(initWith("<nothing/>"), VRDCFGAPI_NoError);

@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "platform/idom/VRDIDOM_Parser.h"
+#include "tests/support/DomTesting.h"
 #include "tests/support/Installation.h"
 #include "tests/support/Store.h"
 
@@ -35,9 +35,10 @@ TEST(ScanTest, WhatAParameterBecomes) {
                  "<xml opaque='True'>text<value>t<b>1</b><c/></value></xml>"
                  "<bare opaque='true'><value>t</value></bare>"
                  "<typed><value i:type='cfg:filePath'>rel</value></typed>"
+                 "<advancedSettings><value/></advancedSettings> - "
                  "<none/><other><p:value xmlns:p='urn:p'>v</p:value></other>"),
             VRDCFGAPI_NoError);
-  EXPECT_EQ(order(), "text p:prefixed plain xml bare typed ");
+  EXPECT_EQ(order(), "text p:prefixed plain xml bare typed advancedSettings ");
   EXPECT_EQ(textOf("text"), "v");
   EXPECT_EQ(readText("text", 1).state, VRDCFGAPI_NoError) << "the mark does not come along";
   EXPECT_EQ(textOf("p:prefixed"), "v");
@@ -70,10 +71,7 @@ TEST(ScanTest, QueryResultsAreFoundAtAnyDepth) {
   EXPECT_EQ(order(), "n m ");
   EXPECT_EQ(textOf("n"), "2");
 
-  VRDIDOM_Document document;
-  const std::string again = "<queryResult><g><n><value>3</value></n></g></queryResult>";
-  VRDIDOM_Parser(0).parse(again.data(), static_cast<int>(again.size()), document);
-  VRDIDOM_Element element = document.getDocumentElement();
+  VRDIDOM_Element element = parsedRoot("<queryResult><g><n><value>3</value></n></g></queryResult>");
   EXPECT_EQ(store().init(element), VRDCFGAPI_NoError);
   EXPECT_EQ(textOf("n"), "3");
 }

@@ -3,7 +3,7 @@
 #include <string>
 
 #include "foundation/VRDIDOMUtils.h"
-#include "platform/idom/VRDIDOM_Helper.h"
+#include "tests/support/DomTesting.h"
 #include "tests/support/Installation.h"
 #include "tests/support/Store.h"
 
@@ -17,10 +17,7 @@ struct NodeRead {
 NodeRead readNode(const char* name, int decrypt = 0) {
   VRDIDOM_Node node;
   const VRDCFGAPI_ErrorState state = store().getValue(name, decrypt, node);
-  if (node.isNull()) return {state, "untouched"};
-  I18NString text;
-  VRDIDOM_Helper::write(node, text);
-  return {state, text.c_str()};
+  return {state, node.isNull() ? "untouched" : written(node)};
 }
 
 const std::string parameters = parameter("plain", "v") + parameter("empty", "") +

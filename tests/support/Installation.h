@@ -47,7 +47,8 @@ class Installation : public TemporaryFolder {
 /// find one is open in that time.
 class CurrentInstallation : public Installation {
  public:
-  explicit CurrentInstallation(std::string_view parameters = "") : Installation(parameters) {}
+  explicit CurrentInstallation(std::string_view parameters = "", const std::string& prefix = "vrd")
+      : Installation(parameters, prefix) {}
 
  private:
   EnvironmentGuard m_execPath{"ZAN_EXEC_PATH", bin().c_str()};
