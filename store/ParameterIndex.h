@@ -82,9 +82,6 @@ class ParameterIndex {
     m_parameters.merge(other.m_parameters);
   }
 
-  /// Before the name leaves the table.
-  void remove(const I18NString& name) { m_parameters.erase(name.utf8()); }
-
   void clear() { m_parameters.clear(); }
 
  private:

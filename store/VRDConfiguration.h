@@ -168,7 +168,6 @@ class VRD_EXPORT VRDConfiguration {
   void rewriteTree() VRD_REQUIRES(m_lock);
   void scan(VRDIDOM_Element& element) VRD_REQUIRES(m_lock);
   void scanParameter(VRDIDOM_Element& source, VRDIDOM_Element& root) VRD_REQUIRES(m_lock);
-  void unpackSettings(const I18NString& name, VRDIDOM_Element& value) VRD_REQUIRES(m_lock);
 
   // Parameters as elements.
   VRDIDOM_Element makeParameter(VRDIDOM_Document& document, const I18NString& name);

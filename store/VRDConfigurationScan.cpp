@@ -1,12 +1,9 @@
 // Unit VRDConfiguration: query results. In a query result the name of a parameter is the name of
 // its element; here it becomes a parameter of the effective tree.
 
-#include <new>
-
 #include "foundation/ConfigurationVocabulary.h"
 #include "foundation/ElementWalk.h"
 #include "foundation/VRDIDOMUtils.h"
-#include "platform/core/VRDErrors.h"
 #include "platform/core/VRDRaise.h"
 #include "platform/idom/VRDIDOM_DOMImplementation.h"
 #include "platform/idom/VRDIDOM_Exception.h"
@@ -80,9 +77,11 @@ void VRDConfiguration::scan(VRDIDOM_Element& element) {
 }
 
 void VRDConfiguration::_scanParametersHelper(VRDIDOM_Node& queryResult, VRDIDOM_Element& root) {
-  forEachChildElement(queryResult, [&](VRDIDOM_Element& group) {
-    forEachChildElement(group, [&](VRDIDOM_Element& parameter) { scanParameter(parameter, root); });
-  });
+  // The lock is held, which the check does not see from inside a lambda.
+  const auto scanOne = [&](VRDIDOM_Element& parameter)
+                           VRD_NO_THREAD_CHECK { scanParameter(parameter, root); };
+  forEachChildElement(queryResult,
+                      [&](VRDIDOM_Element& group) { forEachChildElement(group, scanOne); });
 }
 
 void VRDConfiguration::scanParameter(VRDIDOM_Element& source, VRDIDOM_Element& root) {
@@ -106,24 +105,7 @@ void VRDConfiguration::scanParameter(VRDIDOM_Element& source, VRDIDOM_Element& r
   }
   append(root, name, m_configDoc.importNode(scanned, 1));
   // Only where they are new: settings that were applied once are not applied again.
-  if (name == s_AdvSettings) unpackSettings(name, sourceValue);
-}
-
-/// Settings that do not parse stay, as nothing will come of them. Those that found no memory go, to
-/// be new when they come again.
-void VRDConfiguration::unpackSettings(const I18NString& name, VRDIDOM_Element& value) {
-  try {
-    _scanAdvancedSettingsHelper(value);
-  } catch (const VRDAssertError&) {
-    throw;
-  } catch (...) {
-    const auto settings = m_parameters.find(name);
-    VRDIDOM_Node parent = settings->second.getParentNode();
-    if (!parent.isNull()) parent.removeChild(settings->second);
-    m_index->remove(name);
-    m_parameters.erase(settings);
-    throw;
-  }
+  if (name == s_AdvSettings) _scanAdvancedSettingsHelper(sourceValue);
 }
 
 void VRDConfiguration::_scanAdvancedSettingsHelper(VRDIDOM_Element& value) {
@@ -149,7 +131,6 @@ void VRDConfiguration::_scanAdvancedSettingsHelper(VRDIDOM_Element& value) {
     I18NString settingValue;
     setting.getAttribute(vocabulary().name, settingName);
     VRDIDOM_Helper::getElementText(setting, settingValue);
-    // Refuses nothing but for want of memory, which must not pass for done.
-    if (setValue(settingName, settingValue) != VRDCFGAPI_NoError) throw std::bad_alloc();
+    setValue(settingName, settingValue);
   }
 }
