@@ -48,6 +48,7 @@ class Bench {
     lookups();
     texts();
     refresh();
+    liveLists();
     localisedLists();
     componentLists();
     protectedValues();
@@ -143,6 +144,12 @@ class Bench {
                const char* peer, double reach) {
     m_table.add(title, "us", result.values.at(name + ".ours"), peer,
                 result.values.at(name + ".peers"), reach);
+  }
+
+  void liveLists() {
+    const Sample sample = makeSample(m_folder.path(), 1, Names::Rising);
+    addPair(runChild("bench_live_list", {}, bin(sample)), "loops", "loops over 80,000 children",
+            "eight times 10,000", 2.0);
   }
 
   void localisedLists() {

@@ -1,5 +1,4 @@
 #include <gtest/gtest.h>
-#include <time.h>
 
 #include <algorithm>
 #include <random>
@@ -68,53 +67,6 @@ TEST(LiveList, AgreesWithAPlainVectorUnderRandomChanges) {
       ASSERT_EQ(lists[which].getLength(), model.size()) << step;
     }
   }
-}
-
-/// Walks, changes, empties and fills lists of that many children.
-void loopOver(int children) {
-  VRDIDOM_Document document = newDocument();
-  VRDIDOM_Element root = document.createElementNS("", "r");
-  VRDIDOM_NodeList list = root.getChildNodes();
-  for (int i = 0; i < children; ++i) root.appendChild(document.createElementNS("", "c"));
-  unsigned long seen = 0;
-  for (unsigned long i = 0; i < list.getLength(); ++seen) {
-    VRDIDOM_Node child = list.item(i);
-    for (int n = seen % 10 == 0 ? 20 : 1; n > 0; --n)
-      child.appendChild(document.createTextNode("x"));
-    while (!child.getFirstChild().isNull()) child.removeChild(child.getFirstChild());
-    if (seen % 3 == 0) {
-      ++i;
-    } else {
-      root.removeChild(child);
-    }
-  }
-  EXPECT_EQ(seen, static_cast<unsigned long>(children));
-
-  VRDIDOM_Element other = document.createElementNS("", "other");
-  while (list.getLength() != 0) other.appendChild(list.item(0));
-  VRDIDOM_NodeList others = other.getChildNodes();
-  for (unsigned long i = others.getLength(); i > 0; --i) ASSERT_FALSE(others.item(i - 1).isNull());
-  for (unsigned long i = 0; !others.item(i).isNull(); ++i) {
-    other.replaceChild(document.createTextNode("x"), others.item(i));
-  }
-  while (others.getLength() != 0) other.removeChild(others.item(others.getLength() - 1));
-}
-
-/// Processor time of this thread, which no neighbour on the machine adds to.
-double processorSeconds() {
-  timespec time{};
-  ::clock_gettime(CLOCK_THREAD_CPUTIME_ID, &time);
-  return static_cast<double>(time.tv_sec) + 1e-9 * static_cast<double>(time.tv_nsec);
-}
-
-// Eight times the children cost eight times as much; some forty times, if a single one of the loops
-// walked from the front at each step.
-TEST(LiveList, LoopsCostTimeInProportionToTheLength) {
-  const double start = processorSeconds();
-  loopOver(10000);
-  const double small = processorSeconds() - start;
-  loopOver(80000);
-  EXPECT_LT(processorSeconds() - start - small, 20 * small);
 }
 
 }  // namespace
