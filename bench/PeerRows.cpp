@@ -28,7 +28,7 @@ constexpr PeerProgram allPeers[] = {
 
 /// Some grow with the square of the size: who takes longer than this is not tried with ten times as
 /// much. In microseconds.
-constexpr double longest = 2e6;
+constexpr double longest = 1e6;
 
 std::vector<PeerProgram> builtPeers() {
   std::vector<PeerProgram> built;
