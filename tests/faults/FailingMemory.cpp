@@ -8,8 +8,7 @@
 
 #include "platform/core/IcuText.h"
 
-// The linker leads `malloc` and its family in our objects to `__wrap_`, and gives the C library's
-// as
+// The linker leads `malloc` and its family in our objects to `__wrap_`; the C library's own come as
 // `__real_`. What the C library takes for itself does not fail: it has its own tests.
 
 namespace {

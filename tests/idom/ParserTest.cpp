@@ -112,15 +112,6 @@ TEST(Parser, LeavesOutWhiteSpaceBelowTheRootWhereAsked) {
   EXPECT_EQ(written(document), "<a><b> <c/> </b> x <d/></a>");
 }
 
-TEST(Parser, TakesADocumentCutShortForNoDocument) {
-  const std::string whole =
-      "<?xml version='1.0' encoding='UTF-8'?><p:a xmlns:p='u' b='\xC3\xA9&amp;'>"
-      "x<![CDATA[y]]><?pi d?>\xF0\x9F\x98\x80</p:a>";
-  for (std::size_t size = 0; size <= whole.size(); ++size) {
-    EXPECT_EQ(parsed(whole.substr(0, size)).isNull(), size < whole.size()) << size;
-  }
-}
-
 /// Gives some text; then it answers as a stream that is broken.
 class BrokenInput : public IBJInputStream {
  public:
