@@ -1,7 +1,5 @@
 #include "tools/EffectiveConfiguration.h"
 
-#include "foundation/ConfigurationVocabulary.h"
-#include "foundation/ElementWalk.h"
 #include "foundation/VRDIDOMUtils.h"
 #include "platform/idom/VRDIDOM_Element.h"
 #include "platform/idom/VRDIDOM_Helper.h"
@@ -27,18 +25,6 @@ EffectiveParameter absent(const std::string& name) {
   EffectiveParameter parameter;
   parameter.name = name;
   return parameter;
-}
-
-/// Whether a parameter is opaque stands on the parameter, and the doors give its value only; the
-/// whole tree shows it. What is in the table alone came from an advanced setting and is plain.
-std::set<std::string> opaqueNames(VRDIDOM_Node root) {
-  std::set<std::string> names;
-  forEachChildElement(root, [&](VRDIDOM_Element& parameter) {
-    if (saysTrue(parameter, vocabulary().opaque)) {
-      names.insert(bytesOf(parameter.getAttribute("name")));
-    }
-  });
-  return names;
 }
 
 }  // namespace
@@ -70,13 +56,11 @@ EffectiveConfiguration::EffectiveConfiguration(bool decrypt) : m_decrypt(decrypt
   for (const I18NString& name : VRDConfigurationFactory::getInstance()->getParameterNames()) {
     m_names.push_back(bytesOf(name));
   }
-  VRDIDOM_Node root;
-  store().getValue(wholeTree, 0, root);
-  m_opaqueNames = opaqueNames(root);
 }
 
 // The value as an element tells what its text does not: whether it is there at all, its type, and
-// its marks. Nothing is decrypted for that.
+// its marks. Nothing is decrypted for that. Whether it is opaque stands on the parameter, which no
+// door gives; but only then is its text the element.
 EffectiveParameter EffectiveConfiguration::describe(const std::string& name,
                                                     VRDIDOM_Node& value) const {
   EffectiveParameter parameter = absent(name);
@@ -85,7 +69,9 @@ EffectiveParameter EffectiveConfiguration::describe(const std::string& name,
   VRDIDOM_Element element = value;
   parameter.known = true;
   parameter.type = bytesOf(typeOf(element));
-  parameter.opaque = m_opaqueNames.count(name) != 0;
+  I18NString text;
+  store().getValue(textOf(name), 0, text);
+  parameter.opaque = bytesOf(text) == xmlOf(value);
   parameter.encrypted = holdsEncrypted(element);
   return parameter;
 }

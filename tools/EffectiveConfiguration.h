@@ -1,6 +1,5 @@
 #pragma once
 
-#include <set>
 #include <string>
 #include <vector>
 
@@ -48,5 +47,4 @@ class EffectiveConfiguration {
 
   bool m_decrypt;
   std::vector<std::string> m_names;
-  std::set<std::string> m_opaqueNames;
 };
