@@ -38,7 +38,6 @@ void requireDefaultLocale() {
 /// ICU shows an unknown language in that of the process. So what a server answers would depend on
 /// who started it; opening the resources is the one way to be told beforehand.
 bool hasDisplayNames(const icu::Locale& locale) {
-  requireDefaultLocale();
   UErrorCode status = U_ZERO_ERROR;
   ures_close(ures_open(nullptr, locale.getName(), &status));
   return hasSucceeded(status) && status != U_USING_DEFAULT_WARNING;
@@ -110,6 +109,7 @@ I18NString LocaleServices::nameIn(const LocaleServices& display) const {
 
 const icu::Locale& LocaleServices::displayLocale() const {
   std::call_once(m_displayLocaleOnce, [this] {
+    requireDefaultLocale();
     const bool shown = m_known && hasDisplayNames(m_locale);
     m_displayLocale = shown ? m_locale : icu::Locale("en");
   });
