@@ -266,17 +266,9 @@ TEST_P(OutOfMemoryTest, AServiceObjectTellsItOnce) {
       {"content locales", prepare, [&] { return joined(service().getContentLocaleList("de")); },
        true},
       {"currencies", prepare, [&] { return joined(service().getCurrencies("de")); }, true},
-      {"a product locale", prepare,
-       [&] { return std::to_string(service().validateProductLocale("de-ch")); }, true},
       {"a mapped locale", prepare, [&] { return mapped("de_AT"); }, true},
       {"fonts", prepare, fonts, true},
       {"font", prepare, [&] { return mapping("Old"); }, true},
-      {"time zone", prepare,
-       [] {
-         I18NString name;
-         I18NTimeZone("Europe/Zurich").getDisplayName(name, I18NLocale("de"));
-         return std::string(name.c_str());
-       }},
       {"time zones", prepare, [&] { return joined(service().getTimeZones("de")); }, true,
        isNoMemory, 101},
       {"tables from query results", [&] { (loadStore(), prepare()); },

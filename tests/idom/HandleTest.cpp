@@ -194,16 +194,6 @@ TEST(Handle, ATreeEqualsItsCopiesAndNoOther) {
   EXPECT_EQ(written(document), "<r><b xmlns=\"v\"/><r><b xmlns=\"v\"/></r></r>");
 }
 
-TEST(Handle, ARefusalTellsItsReasonInEachCopy) {
-  I18NString told;
-  try {
-    newDocument().createElementNS("", "1 2");
-  } catch (VRDIDOM_Exception& refusal) {
-    std::unique_ptr<VRDThrowable>(refusal.clone())->toString(nullptr, "; ", told, 0);
-  }
-  EXPECT_EQ(told, "VRDIDOM_Exception; error 5; the text is no name");
-}
-
 // What is not shown is looked through.
 TEST(TreeWalker, StopsAtTheTypesAskedForOnly) {
   VRDIDOM_Document document = parsed("<r>1<a>2<b>3</b> </a>4<c/><d><e/></d></r>");

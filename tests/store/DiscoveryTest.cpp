@@ -43,34 +43,6 @@ class Placed {
 
 const std::string who = parameter("who", "the installation");
 
-TEST(DiscoveryTest, EveryWayLeadsToTheSameInstallation) {
-  const Installation installation(who, "not utf8 \xE9 ");
-  installation.write("bin/libVRDCFGAPI.so", "");
-  const TemporaryFolder elsewhere;
-  const std::string root = installation.path().string();
-  const std::string bin = installation.bin();
-  const std::string file = installation.startupFile();
-  const std::string libraries = elsewhere.path().string() + "::" + bin + ":";
-  const std::pair<fs::path, Surroundings> rows[] = {
-      {elsewhere.path(), {bin.c_str()}},
-      {elsewhere.path(), {nullptr, root.c_str()}},
-      {installation.bin(), {}},
-      {installation / "configuration", {}},
-      {elsewhere.path(), {nullptr, nullptr, nullptr, root + "\n"}},
-      {elsewhere.path(), {nullptr, nullptr, libraries.c_str()}},
-      // What is refused leads to the next.
-      {elsewhere.path(), {"", root.c_str()}},
-      {elsewhere.path(), {file.c_str(), root.c_str()}},
-  };
-  for (std::size_t row = 0; row < std::size(rows); ++row) {
-    SCOPED_TRACE(row);
-    const Placed placed(rows[row].first, rows[row].second);
-    startOver();
-    EXPECT_EQ(textOf("who"), "the installation");
-    EXPECT_EQ(VRDFmDir::getEffectiveWorkingDir().c_str(), bin);
-  }
-}
-
 /// The candidates that are offered, in order, up to the one in @p accepted.
 std::string offers(const std::string& accepted = "") {
   static const char* const names[] = {"exec ", "root ", "current ", "link ", "library "};
@@ -87,7 +59,7 @@ TEST(DiscoveryTest, SourcesAreTriedInOrderUntilOneIsAccepted) {
   const Installation installation(who);
   const std::string lib = installation.write("lib/libVRDCFGAPI.so", "").parent_path();
   const std::string lib2 = installation.write("lib2/libVRDCFGAPI.so", "").parent_path();
-  const std::string libraries = "/nowhere:" + lib + ":" + lib2;
+  const std::string libraries = "/nowhere::" + lib + ":" + lib2 + ":";
   const Placed placed(installation.bin(), {"/e", "/r", libraries.c_str(), "/l\n"});
 
   EXPECT_EQ(offers("/e"), "exec /e");

@@ -12,7 +12,7 @@ namespace {
 TEST(RewritingTest, ReferencesAreReplacedAndPathsMadeAbsolute) {
   const EnvironmentGuard a("A", "/opt/x"), b("B", "yy"), c("C", nullptr), e("E", "");
   const EnvironmentGuard g("G", "12345%A%"), h("H", "1234%A%");
-  const CurrentInstallation installation;
+  const CurrentInstallation installation("", "not utf8 \xE9 ");
   const std::string bin = installation.bin();
   struct Row {
     std::string text, replaced;

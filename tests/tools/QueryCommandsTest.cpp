@@ -86,17 +86,4 @@ TEST(ServiceCommands, AnswerForTheSample) {
                  {{"startup", "logFile"}, 0, HasSubstr("logFile  %ZAN_ROOT%/logs/server.log  /")}});
 }
 
-TEST(ServiceCommands, NeedWhatTheServiceNeeds) {
-  expectAnswers({}, {{{"locales"}, 2, "", HasSubstr("--root")}});
-  const auto locales = AllOf(HasSubstr("locale document is missing"), HasSubstr("(state 11)"));
-  expectAnswers(
-      TestInstallation("").call(),
-      {{{"fonts"}, 2, "", locales}, {{"component", "A"}, 2, "", HasSubstr("(state 14)")}});
-}
-
-TEST(StartupCommand, ShowsBothWhenADuplicateMakesThemDiffer) {
-  const TestInstallation installation(parameter("a", "first") + parameter("a", "last"));
-  EXPECT_EQ(installation.run({"startup"}).out, "NAME  ON DISK  IN FORCE\na     first    last\n");
-}
-
 }  // namespace
